@@ -1,0 +1,28 @@
+# What every target is compiled with. Link `velmora_options` privately.
+add_library(velmora_options INTERFACE)
+
+target_compile_definitions(velmora_options INTERFACE
+    # The program stays clear of everything that the toolkit has deprecated up to 6.8.
+    QT_DISABLE_DEPRECATED_BEFORE=0x060800
+    QT_DISABLE_DEPRECATED_UP_TO=0x060800
+    QT_NO_CAST_TO_ASCII
+    QT_NO_FOREACH
+    QT_USE_QSTRINGBUILDER)
+
+target_compile_options(velmora_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow=local -Wnon-virtual-dtor -Wold-style-cast -Wconversion
+    -Wsign-conversion -Woverloaded-virtual -Wnull-dereference)
+if(VELMORA_WARNINGS_AS_ERRORS)
+    target_compile_options(velmora_options INTERFACE -Werror)
+endif()
+
+if(VELMORA_SANITIZERS)
+    target_compile_options(velmora_options INTERFACE
+        -fsanitize=${VELMORA_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(velmora_options INTERFACE -fsanitize=${VELMORA_SANITIZERS})
+endif()
+
+if(VELMORA_COVERAGE)
+    target_compile_options(velmora_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(velmora_options INTERFACE --coverage)
+endif()

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <QMainWindow>
+
+struct AppSettings;
+class OutputWindow;
+class QAudioOutput;
+class QCheckBox;
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+class QMediaPlayer;
+class QPushButton;
+class QShortcut;
+class QSpinBox;
+class QTimer;
+class QVBoxLayout;
+class TimerEngine;
+
+/// The operator's window: preview figure, transport, time, presets, view, message, cue.
+///
+/// It keeps no time of its own. It drives the one engine and the one Output window,
+/// which hold the truth; its buttons carry no state beyond checked and enabled. Closing
+/// it closes the Output window, and with the last window the program ends.
+class ControlWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Builds the window, installs the application-wide style sheet and connects to
+    /// @p engine. Nothing is owned; all three must outlive the window.
+    ControlWindow(AppSettings *settings, TimerEngine *engine, OutputWindow *output,
+                  QWidget *parent = nullptr);
+    ~ControlWindow() override;
+
+public slots:
+    /// The engine's count is now @p seconds: at 0 checks the cue, then controls the
+    /// preview's blink and redraws it.
+    void onTimerTick(int seconds);
+    /// The engine was started or stopped: START and PAUSE follow; a stop re-arms the cue.
+    void onStateChanged(bool running);
+    /// Loads the "Set Time" row into the engine, which stops, and re-arms the cue.
+    void onSetTime();
+    /// Passes the direction on to engine and Output window; the buttons stay as they are.
+    void onCountModeChanged(bool countUp);
+    /// Checks the button of @p mode (0 figure, 1 clock, 2 both) and tells the Output
+    /// window. Any other mode unchecks all three and tells it nothing.
+    void onViewChanged(int mode);
+    /// Shows the trimmed message on the Output window; a blank one changes nothing.
+    void onPushMessage();
+    /// Clears the message on the Output window, then the edit.
+    void onClearMessage();
+    /// Loads a duration of @p secs seconds as a click on its preset does.
+    void onPreset(int secs);
+    /// The record has changed and is saved: presets, Set Time row, Output window,
+    /// preview and shortcuts follow. The running count does not.
+    void onSettingsChanged();
+    /// Runs the settings dialog; returns when it has been closed.
+    void openSettings();
+    /// Hides the Output window, or shows it on the first screen that is not this window's.
+    void toggleOutput();
+    /// Lets the operator choose the cue's file; cancelling changes nothing.
+    void browseSoundFile();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildUi();
+    QLayout *buildHeaderRow();
+    QWidget *buildScrollArea();
+    QLayout *buildDirectionRow();
+    QLayout *buildTransportRow();
+    QLayout *buildAdjustRow();
+    QLayout *buildSetTimeRow();
+    QLayout *buildViewRow();
+    QLayout *buildMessageRow();
+    void buildCue(QVBoxLayout *column);
+    QLayout *buildBottomRow();
+
+    void buildPresetList();
+    void fillPresetList();
+    void appendPresetItem(int secs);
+    void addPreset();
+    void storePresetOrder();
+    void showInSetTimeRow(int secs);
+    int setTimeSeconds() const;
+
+    void setupShortcuts();
+    void toggleStartPause();
+    void setupPlayer();
+    void checkCue();
+    void testCue();
+    void reattachAudioOutput();
+    void showSoundFileName();
+
+    void chooseDirection(bool countUp);
+    void redrawPreview(int seconds);
+    void controlBlink(int seconds);
+    void toggleBlink();
+    void togglePreview();
+    void refreshPreview();
+
+    AppSettings *settings;
+    TimerEngine *engine;
+    OutputWindow *output;
+    QLabel *timerPreview = nullptr;
+    QSpinBox *minSpin = nullptr;
+    QSpinBox *secSpin = nullptr;
+    QPushButton *startBtn = nullptr;
+    QPushButton *pauseBtn = nullptr;
+    QPushButton *resetBtn = nullptr;
+    QPushButton *plusMinBtn = nullptr;
+    QPushButton *minusMinBtn = nullptr;
+    QPushButton *countdownBtn = nullptr;
+    QPushButton *countUpBtn = nullptr;
+    QListWidget *presetList = nullptr;
+    QPushButton *viewTimerBtn = nullptr;
+    QPushButton *viewClockBtn = nullptr;
+    QPushButton *viewBothBtn = nullptr;
+    QLineEdit *messageEdit = nullptr;
+    QPushButton *outputToggleBtn = nullptr;
+    QMediaPlayer *player = nullptr;
+    QAudioOutput *audioOutput = nullptr;
+    QLabel *soundFileLabel = nullptr;
+    QCheckBox *soundCheck = nullptr;
+    bool cueFired = false; // the cue has played for the present zero
+    QShortcut *shortcutStartPauseSc = nullptr;
+    QShortcut *shortcutResetSc = nullptr;
+    QShortcut *shortcutPlusMinSc = nullptr;
+    QShortcut *shortcutMinusMinSc = nullptr;
+    QShortcut *shortcutToggleOutputSc = nullptr;
+    QWidget *previewWindow = nullptr; // a top-level window, made when first asked for
+    QLabel *previewLabel = nullptr;
+    QTimer *previewTimer = nullptr;
+    QTimer *blinkTimer = nullptr;
+    bool blinkVisible = true;
+};

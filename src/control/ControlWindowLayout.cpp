@@ -1,0 +1,324 @@
+#include "ControlWindow.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "AboutDialog.h"
+#include "AppSettings.h"
+#include "FormParts.h"
+#include "Logo.h"
+#include "Stepper.h"
+#include "TimerEngine.h"
+
+namespace {
+
+const QString titleStyle = QStringLiteral(
+    "QPushButton#appTitle { background:none; border:none; color:#e8e8e8;"
+    "  font-size:18px; font-weight:bold; letter-spacing:2px; padding:0; text-align:left; }"
+    "QPushButton#appTitle:hover { color:#4ade80; }");
+const QString scrollAreaStyle = QStringLiteral(
+    "QScrollArea { background-color: #1c1c1c; border: none; }"
+    "QScrollArea > QWidget > QWidget { background-color: #1c1c1c; }"
+    "QScrollBar:vertical { background: #1c1c1c; width: 6px; border: none; }"
+    "QScrollBar::handle:vertical { background: #444; border-radius: 3px; min-height: 20px; }"
+    "QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }");
+// A bare rule, which deliberately reaches everything inside the scroll area: the buttons
+// in there show their role by their borders and not by their grounds.
+const QString contentStyle = QStringLiteral("background-color: #1c1c1c;");
+// The green border marks the main action of the row.
+const QString setButtonStyle = QStringLiteral(
+    "QPushButton { padding:0; min-height:0; font-size:13px; border:2px solid #2a9c4a; }");
+const QString addToPresetStyle =
+    QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
+const QString soundFileStyle = QStringLiteral("color:#aaa; font-size:11px;");
+
+QLabel *makeSectionHeader(const QString &title)
+{
+    QLabel *header = makeTitle(title);
+    header->setObjectName(QStringLiteral("sectionHeader"));
+    return header;
+}
+
+QPushButton *makeCheckable(const QString &text, bool checked = false)
+{
+    auto *button = new QPushButton(text);
+    button->setCheckable(true);
+    button->setChecked(checked);
+    return button;
+}
+
+QPushButton *makeNamed(const QString &text, const QString &objectName)
+{
+    auto *button = new QPushButton(text);
+    button->setObjectName(objectName);
+    return button;
+}
+
+QPushButton *makeFixedWidth(const QString &text, int width)
+{
+    auto *button = new QPushButton(text);
+    button->setFixedWidth(width);
+    return button;
+}
+
+QSpinBox *makeSpinBox(int maximum, const QString &suffix, int value)
+{
+    auto *spinBox = new QSpinBox;
+    spinBox->setRange(0, maximum);
+    spinBox->setSuffix(suffix);
+    spinBox->setValue(value);
+    return spinBox;
+}
+
+} // namespace
+
+void ControlWindow::buildUi()
+{
+    auto *central = new QWidget;
+    setCentralWidget(central);
+    auto *mainLayout = new QVBoxLayout(central);
+    mainLayout->setContentsMargins(12, 6, 12, 6);
+
+    mainLayout->addLayout(buildHeaderRow());
+    mainLayout->addWidget(makeLine());
+
+    timerPreview = new QLabel(QStringLiteral("05:00"));
+    timerPreview->setObjectName(QStringLiteral("timerPreview"));
+    timerPreview->setAlignment(Qt::AlignCenter);
+    timerPreview->setFixedHeight(80);
+    mainLayout->addWidget(timerPreview);
+
+    mainLayout->addWidget(buildScrollArea(), 1);
+    mainLayout->addWidget(makeLine());
+    mainLayout->addLayout(buildBottomRow());
+
+    statusBar()->hide();
+}
+
+QLayout *ControlWindow::buildHeaderRow()
+{
+    // Two leading blanks part the text from the logo.
+    QPushButton *titleBtn = makeNamed(tr("  VELMORA"), QStringLiteral("appTitle"));
+    titleBtn->setIcon(QIcon(logoPath));
+    titleBtn->setIconSize(QSize(28, 28));
+    titleBtn->setStyleSheet(titleStyle);
+    connect(titleBtn, &QPushButton::clicked, this, [this] {
+        AboutDialog dialog(this);
+        dialog.exec();
+    });
+
+    QPushButton *settingsBtn = makeNamed(QStringLiteral("⚙"), QStringLiteral("settingsBtn"));
+    settingsBtn->setFixedSize(36, 36);
+    settingsBtn->setToolTip(tr("Settings"));
+    connect(settingsBtn, &QPushButton::clicked, this, &ControlWindow::openSettings);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(titleBtn);
+    row->addStretch();
+    row->addWidget(settingsBtn);
+    return row;
+}
+
+QWidget *ControlWindow::buildScrollArea()
+{
+    auto *content = new QWidget;
+    content->setStyleSheet(contentStyle);
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 4, 0); // on the right, room for the thin scroll bar
+    column->setSpacing(5);
+
+    column->addLayout(buildDirectionRow());
+    column->addWidget(makeLine());
+    column->addLayout(buildTransportRow());
+    column->addLayout(buildAdjustRow());
+
+    column->addWidget(makeLine());
+    column->addWidget(makeSectionHeader(tr("Set Time")));
+    column->addLayout(buildSetTimeRow());
+
+    column->addWidget(makeLine());
+    column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder")));
+    buildPresetList();
+    column->addWidget(presetList);
+
+    column->addWidget(makeLine());
+    column->addWidget(makeSectionHeader(tr("Output View")));
+    column->addLayout(buildViewRow());
+
+    column->addWidget(makeLine());
+    column->addWidget(makeSectionHeader(tr("Message Overlay")));
+    column->addLayout(buildMessageRow());
+
+    column->addWidget(makeLine());
+    column->addWidget(makeSectionHeader(tr("Audio Cue at 00:00")));
+    buildCue(column);
+
+    column->addStretch();
+
+    auto *scrollArea = new QScrollArea;
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    scrollArea->setStyleSheet(scrollAreaStyle);
+    scrollArea->setWidget(content);
+    return scrollArea;
+}
+
+// The two are kept exclusive by hand, as the three of the view row are.
+QLayout *ControlWindow::buildDirectionRow()
+{
+    countdownBtn = makeCheckable(tr("▼  Countdown"), true);
+    countUpBtn = makeCheckable(tr("▲  Count Up"));
+    connect(countdownBtn, &QPushButton::clicked, this, [this] { chooseDirection(false); });
+    connect(countUpBtn, &QPushButton::clicked, this, [this] { chooseDirection(true); });
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(countdownBtn);
+    row->addWidget(countUpBtn);
+    return row;
+}
+
+QLayout *ControlWindow::buildTransportRow()
+{
+    startBtn = makeNamed(tr("▶  START"), QStringLiteral("startBtn"));
+    pauseBtn = makeNamed(tr("⏸  PAUSE"), QStringLiteral("pauseBtn"));
+    resetBtn = makeNamed(tr("↺  RESET"), QStringLiteral("resetBtn"));
+    connect(startBtn, &QPushButton::clicked, engine, &TimerEngine::start);
+    connect(pauseBtn, &QPushButton::clicked, engine, &TimerEngine::pause);
+    connect(resetBtn, &QPushButton::clicked, engine, &TimerEngine::reset);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(startBtn);
+    row->addWidget(pauseBtn);
+    row->addWidget(resetBtn);
+    return row;
+}
+
+// Neither re-arms the cue: adding a minute at zero does not make the same run sound twice.
+QLayout *ControlWindow::buildAdjustRow()
+{
+    plusMinBtn = new QPushButton(tr("+1 min"));
+    minusMinBtn = new QPushButton(tr("−1 min"));
+    plusMinBtn->setFixedHeight(30);
+    minusMinBtn->setFixedHeight(30);
+    connect(plusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(60); });
+    connect(minusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(-60); });
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(plusMinBtn);
+    row->addWidget(minusMinBtn);
+    return row;
+}
+
+QLayout *ControlWindow::buildSetTimeRow()
+{
+    minSpin = makeSpinBox(999, tr(" min"), settings->defaultDuration / 60);
+    secSpin = makeSpinBox(59, tr(" sec"), settings->defaultDuration % 60);
+
+    auto *setBtn = new QPushButton(tr("Set"));
+    setBtn->setFixedSize(60, 32);
+    setBtn->setStyleSheet(setButtonStyle);
+    connect(setBtn, &QPushButton::clicked, this, &ControlWindow::onSetTime);
+
+    auto *addToPresetBtn = new QPushButton(tr("Add to Preset"));
+    addToPresetBtn->setFixedSize(100, 32);
+    addToPresetBtn->setStyleSheet(addToPresetStyle);
+    connect(addToPresetBtn, &QPushButton::clicked, this, &ControlWindow::addPreset);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(makeStepper(minSpin));
+    row->addWidget(makeStepper(secSpin));
+    row->addWidget(setBtn);
+    row->addWidget(addToPresetBtn);
+    row->addStretch();
+    return row;
+}
+
+QLayout *ControlWindow::buildViewRow()
+{
+    viewTimerBtn = makeCheckable(tr("⏱  Timer"));
+    viewClockBtn = makeCheckable(tr("🕐  Clock"));
+    viewBothBtn = makeCheckable(tr("⊞  Both"), true); // as the Output window starts
+    connect(viewTimerBtn, &QPushButton::clicked, this, [this] { onViewChanged(0); });
+    connect(viewClockBtn, &QPushButton::clicked, this, [this] { onViewChanged(1); });
+    connect(viewBothBtn, &QPushButton::clicked, this, [this] { onViewChanged(2); });
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(viewTimerBtn);
+    row->addWidget(viewClockBtn);
+    row->addWidget(viewBothBtn);
+    return row;
+}
+
+QLayout *ControlWindow::buildMessageRow()
+{
+    messageEdit = new QLineEdit;
+    messageEdit->setPlaceholderText(tr("Enter message to push to output screen…"));
+    QPushButton *pushBtn = makeFixedWidth(tr("Push"), 60);
+    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), 60);
+    connect(pushBtn, &QPushButton::clicked, this, &ControlWindow::onPushMessage);
+    connect(messageEdit, &QLineEdit::returnPressed, this, &ControlWindow::onPushMessage);
+    connect(clearBtn, &QPushButton::clicked, this, &ControlWindow::onClearMessage);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(messageEdit, 1);
+    row->addWidget(pushBtn);
+    row->addWidget(clearBtn);
+    return row;
+}
+
+void ControlWindow::buildCue(QVBoxLayout *column)
+{
+    soundCheck = new QCheckBox(tr("Enable sound cue"));
+    soundCheck->setChecked(settings->soundEnabled);
+    connect(soundCheck, &QCheckBox::toggled, this, [this](bool enabled) {
+        settings->soundEnabled = enabled;
+        saveSettings(*settings);
+    });
+    column->addWidget(soundCheck);
+
+    soundFileLabel = new QLabel;
+    soundFileLabel->setStyleSheet(soundFileStyle);
+    soundFileLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    soundFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
+    // A long name is cut off; without this it would push the buttons out of the window.
+    soundFileLabel->setMinimumWidth(1);
+    showSoundFileName();
+    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), 80);
+    QPushButton *testBtn = makeFixedWidth(tr("Test"), 50);
+    connect(browseBtn, &QPushButton::clicked, this, &ControlWindow::browseSoundFile);
+    connect(testBtn, &QPushButton::clicked, this, &ControlWindow::testCue);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(soundFileLabel);
+    row->addWidget(browseBtn);
+    row->addWidget(testBtn);
+    column->addLayout(row);
+}
+
+QLayout *ControlWindow::buildBottomRow()
+{
+    // The text is the same at start whether the Output window is shown yet or not.
+    outputToggleBtn = makeNamed(tr("▶  Show Output Window"), QStringLiteral("outputToggleBtn"));
+    outputToggleBtn->setFixedHeight(38);
+    connect(outputToggleBtn, &QPushButton::clicked, this, &ControlWindow::toggleOutput);
+
+    QPushButton *previewBtn = makeFixedWidth(tr("Preview"), 100);
+    previewBtn->setFixedHeight(38);
+    connect(previewBtn, &QPushButton::clicked, this, &ControlWindow::togglePreview);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(outputToggleBtn);
+    row->addWidget(previewBtn);
+    return row;
+}

@@ -1,0 +1,35 @@
+#include "ScreenPlacement.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+namespace {
+
+constexpr QSize ordinarySize(800, 500);
+
+QScreen *firstOtherScreen(const QScreen *operatorScreen)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (QScreen *screen : screens) {
+        if (screen != operatorScreen)
+            return screen;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void showOnOtherScreen(QWidget &audienceWindow, const QWidget &operatorWindow)
+{
+    if (const QScreen *target = firstOtherScreen(operatorWindow.screen())) {
+        audienceWindow.setGeometry(target->geometry());
+        audienceWindow.showFullScreen();
+        return;
+    }
+    // It may have been full screen on a second screen that is gone since; without this
+    // it would come back full screen, on top of the operator's window.
+    audienceWindow.setWindowState(Qt::WindowNoState);
+    audienceWindow.resize(ordinarySize);
+    audienceWindow.show();
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QPixmap>
+#include <QTimer>
+#include <QWidget>
+
+struct AppSettings;
+class QLabel;
+class QProgressBar;
+class QString;
+
+/// What the people on stage see: figure, wall clock, message and progress bar over a
+/// colour or a picture.
+///
+/// It keeps no time of its own: the engine feeds it the count, the Control window the
+/// rest, and every look is read from the shared settings record, which it never
+/// writes. It neither places nor shows itself. Closing it only hides it.
+class OutputWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @p settings is not owned and must outlive the window.
+    explicit OutputWindow(const AppSettings *settings, QWidget *parent = nullptr);
+
+    /// Sets the progress bar's full scale, in seconds; values below 1 count as 1.
+    void setTotalSeconds(int seconds);
+    /// Chooses what is shown: 0 the figure, 1 the clock, 2 both. Any other value is
+    /// kept but changes nothing. The clock's text follows at the next clock tick.
+    void setViewMode(int mode);
+    /// Shows @p text on the message line, as it is: a text that looks like rich text
+    /// is shown as such.
+    void setMessage(const QString &text);
+    /// Empties the message line.
+    void clearMessage();
+
+public slots:
+    /// The count is now @p seconds: redraws figure and bar, starts the blink at zero
+    /// of a count-down, ends it at a positive count or any tick of a count-up.
+    void onTimerTick(int seconds);
+    /// Reads every look from the record anew, the background picture from its file.
+    void refreshSettings();
+    /// Sets the direction and ends a running blink. The colours do not depend on it.
+    void setCountUp(bool countUp);
+    /// Sets the clock's text to the present time, unless only the figure is shown.
+    void tickClock();
+    /// Passes to the other half of the blink.
+    void tickBlink();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void applyViewMode();
+    void scaleFonts();
+    void loadBackground();
+    void updateFigure();
+    void updateProgress();
+
+    const AppSettings *settings;
+    int viewMode = 2;
+    int currentSeconds = 300;
+    int totalSeconds = 300;
+    bool blinkVisible = true;
+    bool countUp = false;
+    QPixmap bgPixmap;
+    int timerFontPx = 150;
+    int clockFontPx = 80;
+    int messageFontPx = 36;
+    QLabel *timerLabel;
+    QLabel *clockLabel;
+    QLabel *messageLabel;
+    QProgressBar *progressBar;
+    QTimer clockTimer;
+    QTimer blinkTimer;
+};

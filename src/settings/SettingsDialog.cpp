@@ -1,0 +1,94 @@
+#include "SettingsDialog.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "AppSettings.h"
+#include "Updater.h"
+
+namespace {
+
+const QString updateButtonStyle = QStringLiteral("color:#aaa; font-size:11px;");
+
+} // namespace
+
+SettingsDialog::SettingsDialog(AppSettings *settings, QWidget *parent)
+    : QDialog(parent)
+    , settings(settings)
+{
+    setWindowTitle(tr("Settings"));
+    setMinimumWidth(420);
+
+    workingBgImagePath = settings->bgImagePath;
+    workingColors = {settings->bgColor,           settings->timerColorNormal,
+                     settings->timerColorWarning, settings->timerColorCritical,
+                     settings->clockColor,        settings->messageColor};
+
+    auto *tabs = new QTabWidget;
+    tabs->addTab(buildClockPage(), tr("Clock"));
+    tabs->addTab(buildColorsPage(), tr("Colors"));
+    tabs->addTab(buildFontsPage(), tr("Fonts"));
+    tabs->addTab(buildTimerPage(), tr("Timer"));
+    tabs->addTab(buildShortcutsPage(), tr("Shortcuts"));
+
+    auto *buttonBox = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttonBox, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
+    connect(buttonBox, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
+
+    auto *updateBtn = new QPushButton(tr("Check for Updates"));
+    updateBtn->setStyleSheet(updateButtonStyle);
+    connect(updateBtn, &QPushButton::clicked, this, [] { Updater::checkForPerson(); });
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(buttonBox);
+    layout->addWidget(updateBtn, 0, Qt::AlignLeft);
+}
+
+void SettingsDialog::accept()
+{
+    settings->clock24hr = clock24hrRadio->isChecked();
+    settings->clockShowSeconds = showSecondsCheck->isChecked();
+
+    settings->bgImagePath = workingBgImagePath;
+    settings->bgImageEnabled = useImageCheck->isChecked();
+
+    settings->bgColor = workingColors[0];
+    settings->timerColorNormal = workingColors[1];
+    settings->timerColorWarning = workingColors[2];
+    settings->timerColorCritical = workingColors[3];
+    settings->clockColor = workingColors[4];
+    settings->messageColor = workingColors[5];
+
+    settings->timerFontSize = timerFontSpin->value();
+    settings->clockFontSize = clockFontSpin->value();
+    settings->messageFontSize = messageFontSpin->value();
+
+    settings->overtimeEnabled = overtimeCheck->isChecked();
+    settings->blinkEnabled = blinkCheck->isChecked();
+    settings->defaultDuration = durationMinSpin->value() * 60 + durationSecSpin->value();
+    settings->warningThreshold = warningSpin->value();
+
+    settings->presets.clear();
+    for (int row = 0; row < presetsList->count(); ++row)
+        settings->presets.append(presetsList->item(row)->data(Qt::UserRole).toInt());
+
+    const auto portable = [this](std::size_t row) {
+        return shortcutSequences[row].toString(QKeySequence::PortableText);
+    };
+    settings->shortcutStartPause = portable(0);
+    settings->shortcutReset = portable(1);
+    settings->shortcutPlusMin = portable(2);
+    settings->shortcutMinusMin = portable(3);
+    settings->shortcutToggleOutput = portable(4);
+
+    saveSettings(*settings);
+    emit settingsChanged();
+    QDialog::accept();
+}

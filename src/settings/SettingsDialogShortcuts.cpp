@@ -1,0 +1,176 @@
+#include "SettingsDialog.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "AppSettings.h"
+#include "DialogParts.h"
+
+namespace {
+
+const QString keyLabelStyle =
+    QStringLiteral("background:#2b2b2b;color:#e8e8e8;border:1px solid #444;border-radius:4px;"
+                   "padding:4px 10px;font-family:monospace;");
+const QString waitingKeyLabelStyle =
+    QStringLiteral("background:#5c4a00;color:#ffa500;border:1px solid #ffa500;border-radius:4px;"
+                   "padding:4px 10px;font-family:monospace;");
+const QString hintStyle = QStringLiteral("color:#666;font-size:11px;");
+
+/// One action of the page: what it is called, where its keys are kept, and its default.
+struct ShortcutAction
+{
+    const char *label;
+    QString AppSettings::*field;
+    const char *defaultKeys;
+};
+
+constexpr std::array<ShortcutAction, 5> shortcutActions{{
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"), &AppSettings::shortcutStartPause, "Space"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Reset"), &AppSettings::shortcutReset, "R"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "+1 Minute"), &AppSettings::shortcutPlusMin, "Up"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "-1 Minute"), &AppSettings::shortcutMinusMin, "Down"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Toggle Output"), &AppSettings::shortcutToggleOutput, "O"},
+}};
+
+// Only these four keep a row waiting; AltGr and the lock keys count as keys.
+bool isModifierKey(int key)
+{
+    return key >= Qt::Key_Shift && key <= Qt::Key_Alt;
+}
+
+} // namespace
+
+QWidget *SettingsDialog::buildShortcutsPage()
+{
+    static_assert(shortcutActions.size() == shortcutCount);
+
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    column->setSpacing(10);
+    column->addWidget(makeSectionHeader(tr("Timer Controls")));
+
+    auto *grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    grid->setSpacing(8);
+    for (int row = 0; row < shortcutCount; ++row)
+        addShortcutRow(grid, row);
+    column->addLayout(grid);
+    column->addWidget(makeSeparator());
+
+    auto *hint = new QLabel(
+        tr("Click “Set Key”, then press any key or combination (e.g. Ctrl+1) on your keyboard "
+           "or Stream Deck.\nPress Escape to cancel."));
+    hint->setStyleSheet(hintStyle);
+    hint->setWordWrap(true);
+    column->addWidget(hint);
+
+    auto *resetBtn = new QPushButton(tr("Reset All to Defaults"));
+    resetBtn->setFixedWidth(150);
+    connect(resetBtn, &QPushButton::clicked, this, &SettingsDialog::resetShortcutsToDefaults);
+    column->addWidget(resetBtn);
+    column->addStretch();
+    return page;
+}
+
+void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
+{
+    const auto index = std::size_t(row);
+    // The record holds the portable form; it is deliberately parsed in the native one.
+    shortcutSequences[index] =
+        QKeySequence(settings->*shortcutActions[index].field, QKeySequence::NativeText);
+
+    auto *keyLabel = new QLabel;
+    keyLabel->setMinimumWidth(120);
+    shortcutLabels[index] = keyLabel;
+
+    auto *setKeyBtn = new QPushButton;
+    setKeyBtn->setFixedWidth(80);
+    connect(setKeyBtn, &QPushButton::clicked, this, [this, row] { startKeyCapture(row); });
+    setKeyBtns[index] = setKeyBtn;
+
+    auto *clearBtn = new QPushButton(tr("Clear"));
+    clearBtn->setFixedWidth(55);
+    connect(clearBtn, &QPushButton::clicked, this, [this, row] { clearShortcut(row); });
+
+    showShortcut(row);
+    grid->addWidget(new QLabel(tr(shortcutActions[index].label)), row, 0);
+    grid->addWidget(keyLabel, row, 1);
+    grid->addWidget(setKeyBtn, row, 2);
+    grid->addWidget(clearBtn, row, 3);
+}
+
+// The row's keys in the normal look, and the button to change them.
+void SettingsDialog::showShortcut(int row)
+{
+    const auto index = std::size_t(row);
+    const QKeySequence &keys = shortcutSequences[index];
+    shortcutLabels[index]->setText(keys.isEmpty() ? tr("(none)")
+                                                  : keys.toString(QKeySequence::NativeText));
+    shortcutLabels[index]->setStyleSheet(keyLabelStyle);
+    setKeyBtns[index]->setText(tr("Set Key"));
+}
+
+void SettingsDialog::stopCapture()
+{
+    captureIndex = noCapture;
+    releaseKeyboard();
+}
+
+// The waiting row's own button reads "Cancel" but deliberately arms the row again.
+void SettingsDialog::startKeyCapture(int row)
+{
+    if (captureIndex != noCapture)
+        showShortcut(captureIndex);
+    captureIndex = row;
+    const auto index = std::size_t(row);
+    shortcutLabels[index]->setText(tr("Press any key..."));
+    shortcutLabels[index]->setStyleSheet(waitingKeyLabelStyle);
+    setKeyBtns[index]->setText(tr("Cancel"));
+    grabKeyboard();
+}
+
+void SettingsDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (captureIndex == noCapture) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    const int row = captureIndex;
+    stopCapture();
+    if (isModifierKey(event->key())) {
+        // The row waits on for the key that the modifier is held for. The grab is not taken
+        // again: that key arrives by normal propagation.
+        captureIndex = row;
+        return;
+    }
+    // Escape keeps the old keys and is consumed: it does not close the dialog. No modifier
+    // is masked out, so that a keypad digit differs from the same digit above the letters.
+    if (event->key() != Qt::Key_Escape) {
+        shortcutSequences[std::size_t(row)] =
+            QKeySequence(QKeyCombination(event->modifiers(), Qt::Key(event->key())));
+    }
+    showShortcut(row);
+}
+
+void SettingsDialog::clearShortcut(int row)
+{
+    if (captureIndex == row)
+        stopCapture();
+    shortcutSequences[std::size_t(row)] = QKeySequence();
+    showShortcut(row);
+}
+
+void SettingsDialog::resetShortcutsToDefaults()
+{
+    for (int row = 0; row < shortcutCount; ++row) {
+        const auto index = std::size_t(row);
+        shortcutSequences[index] =
+            QKeySequence(QLatin1String(shortcutActions[index].defaultKeys), QKeySequence::NativeText);
+        showShortcut(row);
+    }
+    if (captureIndex != noCapture)
+        stopCapture();
+}

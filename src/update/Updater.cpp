@@ -1,0 +1,107 @@
+#include "Updater.h"
+
+#include <array>
+
+#include <QDesktopServices>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QMessageBox>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QPushButton>
+#include <QUrl>
+
+#include "Maker.h"
+#include "Version.h"
+
+namespace {
+
+const QString ownVersion = QLatin1String(velmoraVersion);
+
+// Major, minor, patch; what follows the third part is ignored.
+std::array<int, 3> versionNumbers(const QString &text)
+{
+    const QStringList parts = text.split(QLatin1Char('.'));
+    std::array<int, 3> numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        numbers[i] = parts.value(qsizetype(i)).toInt(); // 0 for what is no 32-bit decimal
+    return numbers;
+}
+
+// The URL class folds the scheme to lower case, so the text as received is asked.
+bool hasHttpsScheme(const QString &text)
+{
+    return text.startsWith(QLatin1String("https:"))
+        && QUrl(text, QUrl::TolerantMode).scheme() == QLatin1String("https");
+}
+
+} // namespace
+
+Updater::Updater(QObject *parent)
+    : QObject(parent)
+{
+    connect(&network, &QNetworkAccessManager::finished, this, &Updater::onReply);
+}
+
+void Updater::check(bool silent)
+{
+    this->silent = silent;
+    QNetworkRequest request(QUrl(
+        QStringLiteral("https://%1/api/versions.json").arg(QLatin1String(makerUpdateHost)),
+        QUrl::TolerantMode));
+    request.setRawHeader("User-Agent", QByteArray("Velmora/") + velmoraVersion);
+    network.get(request);
+}
+
+void Updater::checkForPerson()
+{
+    auto *updater = new Updater;
+    updater->check(false);
+}
+
+bool Updater::isNewer(const QString &remote, const QString &local)
+{
+    return versionNumbers(remote) > versionNumbers(local);
+}
+
+void Updater::onReply(QNetworkReply *reply)
+{
+    reply->deleteLater();
+    if (reply->error() != QNetworkReply::NoError)
+        return;
+
+    const QJsonObject product = QJsonDocument::fromJson(reply->readAll())
+                                    .object()
+                                    .value(QLatin1String("velmora"))
+                                    .toObject();
+    const QString version = product.value(QLatin1String("version")).toString();
+    if (version.isEmpty())
+        return;
+
+    if (isNewer(version, ownVersion)) {
+        offer(version, product.value(QLatin1String("downloadUrl")).toString(),
+              product.value(QLatin1String("releaseNotes")).toString());
+    } else if (!silent) {
+        QMessageBox::information(nullptr, tr("Velmora"),
+                                 tr("You're up to date.\nVersion %1").arg(ownVersion));
+    }
+}
+
+void Updater::offer(const QString &version, const QString &downloadUrl, const QString &releaseNotes)
+{
+    QMessageBox box;
+    box.setWindowTitle(tr("Update Available — Velmora"));
+    box.setIcon(QMessageBox::Information);
+    box.setTextFormat(Qt::RichText);
+    // Both at once: a version text that holds "%2" is not filled in again.
+    box.setText(tr("<b>Velmora %1 is available</b><br>You have %2.").arg(version, ownVersion));
+    if (!releaseNotes.isEmpty())
+        box.setInformativeText(releaseNotes.toHtmlEscaped());
+    const QPushButton *downloadBtn = box.addButton(tr("Download"), QMessageBox::AcceptRole);
+    box.addButton(tr("Later"), QMessageBox::RejectRole);
+    box.exec();
+
+    if (box.clickedButton() == downloadBtn && hasHttpsScheme(downloadUrl))
+        QDesktopServices::openUrl(QUrl(downloadUrl, QUrl::TolerantMode));
+}

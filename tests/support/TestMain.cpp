@@ -1,0 +1,77 @@
+#include "TestMain.h"
+
+#include <memory>
+
+#include <QApplication>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QByteArray screenList(const TestPlatform &platform)
+{
+    QJsonArray screens;
+    for (const QRect &screen : platform.screens) {
+        screens.append(QJsonObject{
+            {"name", QStringLiteral("screen%1").arg(screens.size())},
+            {"x", screen.x()},
+            {"y", screen.y()},
+            {"width", screen.width()},
+            {"height", screen.height()},
+            {"logicalDpi", 96},
+            {"logicalBaseDpi", 96},
+            {"dpr", platform.devicePixelRatio},
+        });
+    }
+    return QJsonDocument(QJsonObject{{"screens", screens}}).toJson();
+}
+
+TestPlatform sideBySide(int count)
+{
+    TestPlatform platform;
+    platform.screens.clear();
+    for (int i = 0; i < count; ++i)
+        platform.screens.append(QRect(i * 1920, 0, 1920, 1080));
+    return platform;
+}
+
+} // namespace
+
+TestPlatform twoScreens()
+{
+    return sideBySide(2);
+}
+
+TestPlatform threeScreens()
+{
+    return sideBySide(3);
+}
+
+int runTest(int argc, char *argv[], const TestPlatform &platform,
+            const std::function<QObject *()> &makeTest)
+{
+    QTemporaryDir home;
+    if (!home.isValid())
+        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
+    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
+
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        const QString path = home.filePath("screens.json");
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(screenList(platform)) < 0)
+            qFatal("No screen list for the offscreen platform");
+        file.close();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + path.toUtf8());
+    }
+
+    QApplication application(argc, argv);
+    const std::unique_ptr<QObject> test(makeTest());
+    return QTest::qExec(test.get(), argc, argv);
+}

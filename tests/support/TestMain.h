@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+
+#include <QByteArray>
+#include <QList>
+#include <QRect>
+
+class QObject;
+
+/// What a test executable runs on, unless the environment asks for another platform.
+struct TestPlatform
+{
+    /// The screens of the offscreen platform, the first one primary.
+    QList<QRect> screens{QRect(0, 0, 1920, 1080)};
+    /// Device pixel ratio of all screens.
+    double devicePixelRatio = 1.0;
+};
+
+/// Two screens side by side, 1920 × 1080 pixels each.
+TestPlatform twoScreens();
+/// Three screens side by side, 1920 × 1080 pixels each.
+TestPlatform threeScreens();
+
+/// Runs the test object that @p makeTest returns, with an application of its own on
+/// @p platform and a settings store of its own, which starts empty and is removed at the
+/// end. The developer's settings are neither read nor written.
+int runTest(int argc, char *argv[], const TestPlatform &platform,
+            const std::function<QObject *()> &makeTest);
+
+/// The entry routine of a test executable.
+#define VELMORA_TEST_MAIN(TestClass, ...)                                                         \
+    int main(int argc, char *argv[])                                                              \
+    {                                                                                             \
+        return runTest(argc, argv, TestPlatform{__VA_ARGS__}, [] { return new TestClass; });       \
+    }
