@@ -52,9 +52,9 @@ void ControlWindow::reattachAudioOutput()
 
 void ControlWindow::browseSoundFile()
 {
-    const QString path =
-        QFileDialog::getOpenFileName(this, tr("Select Sound File"), QString(),
-                                     tr("Audio Files (*.wav *.mp3 *.ogg *.flac *.aac);;All Files (*)"));
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Select Sound File"), QString(),
+        tr("Audio Files (*.wav *.mp3 *.ogg *.flac *.aac);;All Files (*)"));
     if (path.isEmpty())
         return;
     settings->soundFilePath = path;

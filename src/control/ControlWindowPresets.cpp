@@ -38,9 +38,8 @@ void ControlWindow::buildPresetList()
     presetList->setSpacing(3);
     fillPresetList();
 
-    connect(presetList, &QListWidget::itemClicked, this, [this](const QListWidgetItem *item) {
-        onPreset(item->data(Qt::UserRole).toInt());
-    });
+    connect(presetList, &QListWidget::itemClicked, this,
+            [this](const QListWidgetItem *item) { onPreset(item->data(Qt::UserRole).toInt()); });
     connect(presetList->model(), &QAbstractItemModel::rowsMoved, this,
             &ControlWindow::storePresetOrder);
 }

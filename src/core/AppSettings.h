@@ -28,8 +28,8 @@ struct AppSettings
     int clockFontSize = 80;   ///< pixels in a window 1080 pixels high; 20 to 300 when loaded
     int messageFontSize = 36; ///< pixels in a window 1080 pixels high; 12 to 150 when loaded
 
-    int defaultDuration = 300; ///< seconds on the timer at start-up; 0 to 59940 when loaded
-    int warningThreshold = 60; ///< seconds; the warning colour begins here; 1 to 3600 when loaded
+    int defaultDuration = 300;   ///< seconds on the timer at start-up; 0 to 59940 when loaded
+    int warningThreshold = 60;   ///< seconds; the warning colour begins here; 1 to 3600 when loaded
     bool overtimeEnabled = true; ///< a count-down goes on below zero
     bool blinkEnabled = true;    ///< the figure blinks from zero on
 

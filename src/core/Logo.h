@@ -3,5 +3,4 @@
 #include <QString>
 
 /// Where the logo picture is compiled in.
-inline const QString logoPath =
-    QStringLiteral(":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png");
+inline const QString logoPath = QStringLiteral(":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png");

@@ -10,11 +10,11 @@ constexpr int stepperHeight = 32;
 constexpr int buttonWidth = 28;
 constexpr int spinBoxMinimumWidth = 80;
 
-const QString spinBoxStyle = QStringLiteral(
-    "QSpinBox { background:#2b2b2b; color:#e8e8e8;"
-    "           border-top:1px solid #444; border-bottom:1px solid #444;"
-    "           border-left:none; border-right:none;"
-    "           border-radius:0; padding:6px 6px; }");
+const QString spinBoxStyle =
+    QStringLiteral("QSpinBox { background:#2b2b2b; color:#e8e8e8;"
+                   "           border-top:1px solid #444; border-bottom:1px solid #444;"
+                   "           border-left:none; border-right:none;"
+                   "           border-radius:0; padding:6px 6px; }");
 const QString buttonStyle = QStringLiteral(
     "QPushButton { background:#3a3a3a; color:#ffffff; font-size:11px; font-weight:bold;"
     "              border:1px solid #444; padding:0 8px 4px 8px; }"

@@ -24,9 +24,9 @@ const QString figureStyle = QStringLiteral(
     "color:%1;font-size:%2px;font-weight:bold;font-family:monospace;background-color:transparent;");
 const QString messageStyle =
     QStringLiteral("color:%1;font-size:%2px;background-color:transparent;");
-const QString progressStyle = QStringLiteral(
-    "QProgressBar { background-color:#1a1a1a; border:none; border-radius:4px; }"
-    "QProgressBar::chunk { background-color:%1; border-radius:4px; }");
+const QString progressStyle =
+    QStringLiteral("QProgressBar { background-color:#1a1a1a; border:none; border-radius:4px; }"
+                   "QProgressBar::chunk { background-color:%1; border-radius:4px; }");
 
 int scaled(int size, double factor, int minimum)
 {
@@ -39,8 +39,8 @@ QString clockText(const AppSettings &settings)
     if (settings.clock24hr)
         format = settings.clockShowSeconds ? QStringLiteral("HH:mm:ss") : QStringLiteral("HH:mm");
     else
-        format = settings.clockShowSeconds ? QStringLiteral("hh:mm:ss AP")
-                                           : QStringLiteral("hh:mm AP");
+        format =
+            settings.clockShowSeconds ? QStringLiteral("hh:mm:ss AP") : QStringLiteral("hh:mm AP");
     return QTime::currentTime().toString(format);
 }
 

@@ -250,9 +250,8 @@ void SettingsDialog::clearBackgroundImage()
 
 void SettingsDialog::showBackgroundImageName()
 {
-    imageFileLabel->setText(workingBgImagePath.isEmpty()
-                                ? tr("None")
-                                : QFileInfo(workingBgImagePath).fileName());
+    imageFileLabel->setText(
+        workingBgImagePath.isEmpty() ? tr("None") : QFileInfo(workingBgImagePath).fileName());
 }
 
 void SettingsDialog::appendPresetItem(int secs)

@@ -28,7 +28,8 @@ struct ShortcutAction
 };
 
 constexpr std::array<ShortcutAction, 5> shortcutActions{{
-    {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"), &AppSettings::shortcutStartPause, "Space"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"), &AppSettings::shortcutStartPause,
+     "Space"},
     {QT_TRANSLATE_NOOP("SettingsDialog", "Reset"), &AppSettings::shortcutReset, "R"},
     {QT_TRANSLATE_NOOP("SettingsDialog", "+1 Minute"), &AppSettings::shortcutPlusMin, "Up"},
     {QT_TRANSLATE_NOOP("SettingsDialog", "-1 Minute"), &AppSettings::shortcutMinusMin, "Down"},
@@ -167,8 +168,8 @@ void SettingsDialog::resetShortcutsToDefaults()
 {
     for (int row = 0; row < shortcutCount; ++row) {
         const auto index = std::size_t(row);
-        shortcutSequences[index] =
-            QKeySequence(QLatin1String(shortcutActions[index].defaultKeys), QKeySequence::NativeText);
+        shortcutSequences[index] = QKeySequence(QLatin1String(shortcutActions[index].defaultKeys),
+                                                QKeySequence::NativeText);
         showShortcut(row);
     }
     if (captureIndex != noCapture)

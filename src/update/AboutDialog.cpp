@@ -20,13 +20,12 @@ namespace {
 constexpr int logoSize = 64;             // pixels
 constexpr int updateButtonRestMs = 5000; // the update button's pause after a click
 
-const QString cardStyle = QStringLiteral(
-    "QWidget#aboutCard {"
-    "  background: qlineargradient(x1:0,y1:0,x2:0,y2:1,"
-    "    stop:0 #2e2e2e, stop:1 #1a1a1a);"
-    "  border: 2px solid #444444;"
-    "  border-radius: 16px;"
-    "}");
+const QString cardStyle = QStringLiteral("QWidget#aboutCard {"
+                                         "  background: qlineargradient(x1:0,y1:0,x2:0,y2:1,"
+                                         "    stop:0 #2e2e2e, stop:1 #1a1a1a);"
+                                         "  border: 2px solid #444444;"
+                                         "  border-radius: 16px;"
+                                         "}");
 const QString crossStyle = QStringLiteral(
     "QPushButton { background:none; border:none; color:#888; font-size:20px; border-radius:4px; }"
     "QPushButton:hover { color:#ff6b6b; background:rgba(255,107,107,0.1); }");
@@ -42,20 +41,20 @@ const QString creditsStyle = QStringLiteral("color:#888888; font-size:10px; back
 const QString lineStyle = QStringLiteral(
     "QFrame { background: qlineargradient(x1:0,y1:0,x2:1,y2:0,"
     "stop:0 transparent, stop:0.5 #555555, stop:1 transparent);border:none; max-height:1px; }");
-const QString webSiteStyle = QStringLiteral(
-    "QPushButton { background:none; border:none; color:#22c55e;"
-    "  font-size:12px; font-weight:bold; letter-spacing:0.5px; }"
-    "QPushButton:hover { color:#4ade80; }");
+const QString webSiteStyle =
+    QStringLiteral("QPushButton { background:none; border:none; color:#22c55e;"
+                   "  font-size:12px; font-weight:bold; letter-spacing:0.5px; }"
+                   "QPushButton:hover { color:#4ade80; }");
 const QString updateStyle = QStringLiteral(
     "QPushButton { background:rgba(34,197,94,0.1); border:1px solid rgba(34,197,94,0.3);"
     "  color:#22c55e; font-size:12px; font-weight:bold; padding:8px 24px;"
     "  border-radius:8px; letter-spacing:0.5px; }"
     "QPushButton:hover { background:rgba(34,197,94,0.2); border-color:rgba(34,197,94,0.5); }"
     "QPushButton:disabled { opacity:0.5; }");
-const QString closeStyle = QStringLiteral(
-    "QPushButton { background:#2e2e2e; border:1px solid #555; color:#cccccc;"
-    "  font-size:12px; padding:7px 32px; border-radius:8px; }"
-    "QPushButton:hover { background:#3a3a3a; border-color:#777; color:#ffffff; }");
+const QString closeStyle =
+    QStringLiteral("QPushButton { background:#2e2e2e; border:1px solid #555; color:#cccccc;"
+                   "  font-size:12px; padding:7px 32px; border-radius:8px; }"
+                   "QPushButton:hover { background:#3a3a3a; border-color:#777; color:#ffffff; }");
 
 QPushButton *makeButton(const QString &text, const QString &styleSheet)
 {

@@ -10,6 +10,7 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QUrl>
 
 #include "Maker.h"
@@ -36,6 +37,24 @@ bool hasHttpsScheme(const QString &text)
         && QUrl(text, QUrl::TolerantMode).scheme() == QLatin1String("https");
 }
 
+// Sets the escaped notes, and has a person read them as they were written.
+void setNotes(QMessageBox &box, const QString &notes)
+{
+    const QString escaped = notes.toHtmlEscaped();
+    box.setInformativeText(escaped);
+    const QList<QLabel *> labels = box.findChildren<QLabel *>();
+    for (QLabel *label : labels) {
+        if (label->text() != escaped)
+            continue;
+        // The box leaves the format to a guess, which may take "&amp;" for plain text.
+        label->setTextFormat(escaped == notes ? Qt::PlainText : Qt::RichText);
+        label->sizeHint(); // fills the rich text's document, whose lines run together
+        if (auto *document = label->findChild<QTextDocument *>())
+            document->setPlainText(notes);
+        label->setWordWrap(label->wordWrap()); // forgets the size hint
+    }
+}
+
 } // namespace
 
 Updater::Updater(QObject *parent)
@@ -47,9 +66,9 @@ Updater::Updater(QObject *parent)
 void Updater::check(bool silent)
 {
     this->silent = silent;
-    QNetworkRequest request(QUrl(
-        QStringLiteral("https://%1/api/versions.json").arg(QLatin1String(makerUpdateHost)),
-        QUrl::TolerantMode));
+    QNetworkRequest request(
+        QUrl(QStringLiteral("https://%1/api/versions.json").arg(QLatin1String(makerUpdateHost)),
+             QUrl::TolerantMode));
     request.setRawHeader("User-Agent", QByteArray("Velmora/") + velmoraVersion);
     network.get(request);
 }
@@ -97,7 +116,7 @@ void Updater::offer(const QString &version, const QString &downloadUrl, const QS
     // Both at once: a version text that holds "%2" is not filled in again.
     box.setText(tr("<b>Velmora %1 is available</b><br>You have %2.").arg(version, ownVersion));
     if (!releaseNotes.isEmpty())
-        box.setInformativeText(releaseNotes.toHtmlEscaped());
+        setNotes(box, releaseNotes);
     const QPushButton *downloadBtn = box.addButton(tr("Download"), QMessageBox::AcceptRole);
     box.addButton(tr("Later"), QMessageBox::RejectRole);
     box.exec();
