@@ -8,6 +8,18 @@
 
 #include "AppSettings.h"
 
+namespace {
+
+// A file that is gone or is no sound is not even tried: the oldest toolkit takes its player
+// for playing, and from then on each stop() blocks the whole program, the count included,
+// for a second.
+bool isBroken(const QMediaPlayer &player)
+{
+    return player.mediaStatus() == QMediaPlayer::InvalidMedia;
+}
+
+} // namespace
+
 void ControlWindow::setupPlayer()
 {
     player = new QMediaPlayer(this);
@@ -25,6 +37,8 @@ void ControlWindow::checkCue()
     if (cueFired || !settings->soundEnabled || !player->source().isValid())
         return;
     cueFired = true;
+    if (isBroken(*player))
+        return;
     reattachAudioOutput();
     player->stop();
     player->play();
@@ -32,7 +46,7 @@ void ControlWindow::checkCue()
 
 void ControlWindow::testCue()
 {
-    if (!player->source().isValid())
+    if (!player->source().isValid() || isBroken(*player))
         return;
     reattachAudioOutput();
     player->setPosition(0);

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+#include <QTest>
+#include <QWidget>
+
+#include "ControlFixture.h"
+
+/// Presses and releases the key in a window that is on the screen.
+inline void press(QWidget &window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTest::keyClick(window.windowHandle(), key, modifiers);
+}
+
+/// Gives the keyboard to the window; false if it does not get it.
+inline bool focus(QWidget &window)
+{
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
+
+/// Both windows on the screen, a count of five minutes ten seconds into its run.
+struct Operated
+{
+    explicit Operated(const AppSettings &settings = AppSettings())
+        : fixture(settings)
+    {
+        fixture.show();
+        fixture.engine.start();
+        for (int i = 0; i < 10; ++i)
+            passSecond(fixture.engine);
+    }
+
+    /// What the five actions change, in one short text.
+    QString state() const
+    {
+        return QStringLiteral("%1 %2 %3")
+            .arg(fixture.engine.isRunning() ? QStringLiteral("running") : QStringLiteral("stopped"))
+            .arg(fixture.engine.remaining())
+            .arg(fixture.output.isVisible() ? QStringLiteral("shown") : QStringLiteral("hidden"));
+    }
+
+    ControlFixture fixture;
+};
+
+/// Its state before any action, and after one that is only to show that the keys work.
+inline const QString untouched = QStringLiteral("running 290 shown");
+inline const QString paused = QStringLiteral("stopped 290 shown");

@@ -1,0 +1,427 @@
+#include <QAudioOutput>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTest>
+
+#include "CueFixture.h"
+#include "Store.h"
+#include "TestMain.h"
+
+namespace {
+
+const QString noFile = QStringLiteral("No file selected");
+
+/// The label in the row of the two buttons; null without one.
+QLabel *fileLabel(const ControlFixture &fixture)
+{
+    const QList<QLabel *> labels = fixture.window->findChildren<QLabel *>();
+    for (QLabel *label : labels) {
+        if (label->styleSheet() == QLatin1String("color:#aaa; font-size:11px;"))
+            return label;
+    }
+    return nullptr;
+}
+
+/// What the person does in the file dialog, which is really run.
+class DialogScript
+{
+public:
+    enum class End { Accept, Cancel };
+
+    // Without a path the name is left empty.
+    DialogScript(const QString &path, End end)
+    {
+        QTimer::singleShot(0, &timers, [this, path, end] { drive(path, end); });
+    }
+
+    bool ran = false;
+    QString caption;
+    QStringList filters;
+    QString directory;
+    QWidget *parent = nullptr;
+    QFileDialog::FileMode fileMode = QFileDialog::AnyFile;
+    QFileDialog::AcceptMode acceptMode = QFileDialog::AcceptSave;
+
+private:
+    void drive(const QString &path, End end)
+    {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        ran = true;
+        caption = dialog->windowTitle();
+        filters = dialog->nameFilters();
+        directory = dialog->directory().canonicalPath();
+        parent = dialog->parentWidget();
+        fileMode = dialog->fileMode();
+        acceptMode = dialog->acceptMode();
+        auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        if (edit && !path.isEmpty())
+            edit->setText(path);
+        if (edit && end == End::Accept)
+            QTest::keyClick(edit, Qt::Key_Return);
+        else
+            QTest::keyClick(dialog, Qt::Key_Escape);
+    }
+
+    QObject timers;
+};
+
+} // namespace
+
+/// The cue's controls, its file and its player.
+class ControlWindowCueFileTest : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Heard by nobody, and not dependent on the sound of this machine.
+    ControlWindowCueFileTest()
+    {
+        qputenv("PULSE_SERVER", "unix:/nonexistent/velmora-test");
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QDir::setCurrent(files.path());
+    }
+
+private slots:
+    void init();
+    void check_showsTheRecord_data();
+    void check_showsTheRecord();
+    void check_savesAtOnce_data();
+    void check_savesAtOnce();
+    void label_showsTheFileNameOnly_data();
+    void label_showsTheFileNameOnly();
+    void row_holdsLabelBrowseAndTest();
+    void player_isSetUpAtFullVolume();
+    void player_takesThePathUnchecked_data();
+    void player_takesThePathUnchecked();
+    void browse_asksForAnAudioFile();
+    void browse_startsWhereTheToolkitWould();
+    void browse_accepted_takesTheFile_data();
+    void browse_accepted_takesTheFile();
+    void browse_accepted_isHeardAtTheNextZero();
+    void browse_cancelled_changesNothing_data();
+    void browse_cancelled_changesNothing();
+    void test_plays_data();
+    void test_plays();
+    void test_whileSounding_startsOver();
+    void test_leavesTheZeroAlone();
+    void brokenFile_isSilentAndDelaysNothing_data();
+    void brokenFile_isSilentAndDelaysNothing();
+    void brokenFile_isReplacedByAGoodOne();
+    void fileGoneSinceItWasOpened_harmsNothing();
+
+private:
+    CueFiles files;
+};
+
+void ControlWindowCueFileTest::init()
+{
+    removeStore();
+}
+
+void ControlWindowCueFileTest::check_showsTheRecord_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("on") << true;
+    QTest::newRow("off") << false;
+}
+
+void ControlWindowCueFileTest::check_showsTheRecord()
+{
+    QFETCH(bool, enabled);
+    AppSettings settings;
+    settings.soundEnabled = enabled;
+    const ControlFixture fixture(settings);
+    const auto *check = qobject_cast<QCheckBox *>(fixture.button("Enable sound cue"));
+    QVERIFY(check);
+    QCOMPARE(check->isChecked(), enabled);
+    QVERIFY(storeBytes().isEmpty());
+}
+
+void ControlWindowCueFileTest::check_savesAtOnce_data()
+{
+    check_showsTheRecord_data();
+}
+
+void ControlWindowCueFileTest::check_savesAtOnce()
+{
+    QFETCH(bool, enabled);
+    AppSettings settings;
+    settings.soundEnabled = !enabled;
+    settings.soundFilePath = QStringLiteral("/music/gong.wav");
+    const ControlFixture fixture(settings);
+    fixture.button("Enable sound cue")->click();
+    QCOMPARE(fixture.settings.soundEnabled, enabled);
+    QVERIFY(storeBytes().contains(enabled ? "soundEnabled=true" : "soundEnabled=false"));
+    QVERIFY(storeBytes().contains("soundFilePath=/music/gong.wav"));
+}
+
+void ControlWindowCueFileTest::label_showsTheFileNameOnly_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << "" << noFile;
+    QTest::newRow("in folders") << "/music/cues/gong.wav" << "gong.wav";
+    QTest::newRow("in the root") << "/gong.wav" << "gong.wav";
+    QTest::newRow("relative") << "gong.wav" << "gong.wav";
+    QTest::newRow("two dots") << "/music/final.gong.ogg" << "final.gong.ogg";
+    QTest::newRow("no suffix") << "/music.d/gong" << "gong";
+    QTest::newRow("blanks") << "/my music/big gong.mp3" << "big gong.mp3";
+}
+
+void ControlWindowCueFileTest::label_showsTheFileNameOnly()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, text);
+    const ControlFixture fixture(withCue(path));
+    QVERIFY(fileLabel(fixture));
+    QCOMPARE(fileLabel(fixture)->text(), text);
+}
+
+void ControlWindowCueFileTest::row_holdsLabelBrowseAndTest()
+{
+    ControlFixture fixture;
+    fixture.showControl();
+    const QLabel *label = fileLabel(fixture);
+    QVERIFY(label);
+    QCOMPARE(label->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(label->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
+
+    const QAbstractButton *browse = fixture.button(QStringLiteral("Browse\u2026"));
+    const QAbstractButton *test = fixture.button("Test");
+    QVERIFY(browse);
+    QVERIFY(test);
+    QCOMPARE(QPair(browse->minimumWidth(), browse->maximumWidth()), QPair(80, 80));
+    QCOMPARE(QPair(test->minimumWidth(), test->maximumWidth()), QPair(50, 50));
+    QVERIFY(label->geometry().right() < browse->x());
+    QVERIFY(browse->geometry().right() < test->x());
+    QVERIFY(fixture.button("Enable sound cue")->geometry().bottom() < browse->y());
+}
+
+void ControlWindowCueFileTest::player_isSetUpAtFullVolume()
+{
+    const ControlFixture fixture;
+    const QList<QMediaPlayer *> players = fixture.window->findChildren<QMediaPlayer *>();
+    const QList<QAudioOutput *> outputs = fixture.window->findChildren<QAudioOutput *>();
+    QCOMPARE(players.size(), 1);
+    QCOMPARE(outputs.size(), 1);
+    QCOMPARE(players.first()->parent(), fixture.window.get());
+    QCOMPARE(outputs.first()->parent(), fixture.window.get());
+    QCOMPARE(players.first()->audioOutput(), outputs.first());
+    QCOMPARE(outputs.first()->volume(), 1.0F);
+    QVERIFY(!outputs.first()->isMuted());
+}
+
+void ControlWindowCueFileTest::player_takesThePathUnchecked_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QUrl>("source");
+    QTest::newRow("none") << "" << QUrl();
+    QTest::newRow("gone") << "/no/such/gong.wav" << QUrl("file:///no/such/gong.wav");
+    QTest::newRow("percent and hash") << "/no/100%#1.wav" << QUrl("file:///no/100%25%231.wav");
+}
+
+void ControlWindowCueFileTest::player_takesThePathUnchecked()
+{
+    QFETCH(QString, path);
+    QFETCH(QUrl, source);
+    const CueFixture fixture(withCue(path));
+    QCOMPARE(fixture.player->source(), source);
+}
+
+void ControlWindowCueFileTest::browse_asksForAnAudioFile()
+{
+    const ControlFixture fixture;
+    const DialogScript script(QString(), DialogScript::End::Cancel);
+    fixture.button(QStringLiteral("Browse\u2026"))->click();
+    QVERIFY(script.ran);
+    QCOMPARE(script.caption, QStringLiteral("Select Sound File"));
+    QCOMPARE(script.filters, QStringList({"Audio Files (*.wav *.mp3 *.ogg *.flac *.aac)",
+                                          "All Files (*)"}));
+    QCOMPARE(script.parent, fixture.window.get());
+    QCOMPARE(script.fileMode, QFileDialog::ExistingFile);
+    QCOMPARE(script.acceptMode, QFileDialog::AcceptOpen);
+}
+
+// The current directory, as none is asked for and none was gone to before.
+void ControlWindowCueFileTest::browse_startsWhereTheToolkitWould()
+{
+    const ControlFixture fixture;
+    const DialogScript script(QString(), DialogScript::End::Cancel);
+    fixture.window->browseSoundFile();
+    QVERIFY(script.ran);
+    QCOMPARE(script.directory, QDir(files.path()).canonicalPath());
+}
+
+void ControlWindowCueFileTest::browse_accepted_takesTheFile_data()
+{
+    check_showsTheRecord_data();
+}
+
+void ControlWindowCueFileTest::browse_accepted_takesTheFile()
+{
+    QFETCH(bool, enabled);
+    const QString path = files.sound("big gong.wav", 10);
+    AppSettings settings = withCue("/music/old.wav");
+    settings.soundEnabled = enabled;
+    const CueFixture fixture(settings);
+    const DialogScript script(path, DialogScript::End::Accept);
+    fixture.button(QStringLiteral("Browse\u2026"))->click();
+    QVERIFY(script.ran);
+    QCOMPARE(fixture.settings.soundFilePath, path);
+    QCOMPARE(fileLabel(fixture)->text(), QStringLiteral("big gong.wav"));
+    QCOMPARE(fixture.player->source(), QUrl::fromLocalFile(path));
+    // Choosing a file does not switch the cue on or off, nor is it heard.
+    QCOMPARE(fixture.settings.soundEnabled, enabled);
+    QCOMPARE(static_cast<QCheckBox *>(fixture.button("Enable sound cue"))->isChecked(), enabled);
+    QCOMPARE(fixture.plays(), 0);
+
+    const AppSettings stored = loadedSettings();
+    QCOMPARE(stored.soundFilePath, path);
+    QCOMPARE(stored.soundEnabled, enabled);
+}
+
+void ControlWindowCueFileTest::browse_accepted_isHeardAtTheNextZero()
+{
+    CueFixture fixture(withCue(QString()));
+    const DialogScript script(files.sound("new.wav", 3000), DialogScript::End::Accept);
+    fixture.window->browseSoundFile();
+    QVERIFY(script.ran);
+    QVERIFY(fixture.waitForFile());
+    fixture.window->onTimerTick(0);
+    QCOMPARE(fixture.plays(), 1);
+}
+
+void ControlWindowCueFileTest::browse_cancelled_changesNothing_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("none") << "";
+    QTest::newRow("one") << "/music/gong.wav";
+}
+
+void ControlWindowCueFileTest::browse_cancelled_changesNothing()
+{
+    QFETCH(QString, path);
+    const CueFixture fixture(withCue(path));
+    const QString label = fileLabel(fixture)->text();
+    const QUrl source = fixture.player->source();
+    const DialogScript script(files.sound("other.wav", 10), DialogScript::End::Cancel);
+    fixture.button(QStringLiteral("Browse\u2026"))->click();
+    QVERIFY(script.ran);
+    QCOMPARE(fixture.settings.soundFilePath, path);
+    QCOMPARE(fileLabel(fixture)->text(), label);
+    QCOMPARE(fixture.player->source(), source);
+    QVERIFY(storeBytes().isEmpty());
+}
+
+void ControlWindowCueFileTest::test_plays_data()
+{
+    check_showsTheRecord_data();
+}
+
+void ControlWindowCueFileTest::test_plays()
+{
+    QFETCH(bool, enabled);
+    AppSettings settings = withCue(files.sound("gong.wav", 3000));
+    settings.soundEnabled = enabled;
+    const CueFixture fixture(settings);
+    QVERIFY(fixture.waitForFile());
+    fixture.button("Test")->click();
+    QCOMPARE(fixture.plays(), 1);
+    QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
+}
+
+void ControlWindowCueFileTest::test_whileSounding_startsOver()
+{
+    const CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
+    QVERIFY(fixture.waitForFile());
+    fixture.button("Test")->click();
+    QVERIFY(fixture.waitForSound(200));
+    const qint64 before = fixture.player->position();
+    fixture.button("Test")->click();
+    QVERIFY(fixture.player->position() < before);
+    QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
+    QCOMPARE(fixture.plays(), 1);
+}
+
+void ControlWindowCueFileTest::test_leavesTheZeroAlone()
+{
+    CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
+    QVERIFY(fixture.waitForFile());
+    fixture.button("Test")->click();
+    QVERIFY(fixture.waitForSound());
+    fixture.window->onTimerTick(0); // not used up by the test
+    QCOMPARE(fixture.plays(), 2);
+    QVERIFY(fixture.waitForSound());
+    fixture.button("Test")->click();
+    fixture.window->onTimerTick(0); // nor re-armed
+    QCOMPARE(fixture.plays(), 2);
+}
+
+void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("gone") << "/no/such/gong.wav";
+    QTest::newRow("a folder") << files.path();
+    QTest::newRow("a text") << files.file("text.wav", "This is no sound.\n");
+    QTest::newRow("a picture") << ":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png";
+    QTest::newRow("rubbish") << files.file("rubbish.mp3", QByteArray(10000, '\x5a'));
+}
+
+void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing()
+{
+    QFETCH(QString, path);
+    CueFixture fixture(withCue(path));
+    QTRY_COMPARE(fixture.player->mediaStatus(), QMediaPlayer::InvalidMedia);
+    // Three zeroes with a test before each one, as an evening goes on.
+    for (int i = 0; i < 3; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        fixture.button("Test")->click();
+        fixture.engine.setDuration(1);
+        fixture.engine.start();
+        passSecond(fixture.engine);
+        QCOMPARE(fixture.engine.remaining(), 0);
+        fixture.engine.pause();
+        QVERIFY2(timer.elapsed() < 900, qPrintable(QString::number(timer.elapsed())));
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(fixture.plays(), 0);
+    QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
+    QVERIFY(!QApplication::activeModalWidget()); // nothing is said about it
+}
+
+void ControlWindowCueFileTest::brokenFile_isReplacedByAGoodOne()
+{
+    CueFixture fixture(withCue(files.file("text.wav", "This is no sound.\n")));
+    QTRY_COMPARE(fixture.player->mediaStatus(), QMediaPlayer::InvalidMedia);
+    fixture.window->onTimerTick(0);
+    fixture.window->onStateChanged(false);
+    const DialogScript script(files.sound("good.wav", 3000), DialogScript::End::Accept);
+    fixture.window->browseSoundFile();
+    QVERIFY(script.ran);
+    QVERIFY(fixture.waitForFile());
+    fixture.window->onTimerTick(0);
+    QCOMPARE(fixture.plays(), 1);
+}
+
+void ControlWindowCueFileTest::fileGoneSinceItWasOpened_harmsNothing()
+{
+    const QString path = files.sound("going.wav", 3000);
+    CueFixture fixture(withCue(path));
+    QVERIFY(fixture.waitForFile());
+    QVERIFY(QFile::remove(path));
+    for (int i = 0; i < 2; ++i) {
+        fixture.window->onTimerTick(0);
+        fixture.window->onStateChanged(false);
+        QTest::qWait(100);
+    }
+    fixture.button("Test")->click();
+    QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
+}
+
+VELMORA_TEST_MAIN(ControlWindowCueFileTest)
+#include "tst_ControlWindowCueFile.moc"

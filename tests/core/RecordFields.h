@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+#include "AppSettings.h"
+
+/// The fields of a record by name, so that records can be compared field by field and a
+/// difference is reported with the field's name.
+using RecordFields = QMap<QString, QVariant>;
+
+inline RecordFields fieldsOf(const AppSettings &settings)
+{
+    return {
+        {"clock24hr", settings.clock24hr},
+        {"clockShowSeconds", settings.clockShowSeconds},
+        {"bgColor", settings.bgColor},
+        {"timerColorNormal", settings.timerColorNormal},
+        {"timerColorWarning", settings.timerColorWarning},
+        {"timerColorCritical", settings.timerColorCritical},
+        {"clockColor", settings.clockColor},
+        {"messageColor", settings.messageColor},
+        {"timerFontSize", settings.timerFontSize},
+        {"clockFontSize", settings.clockFontSize},
+        {"messageFontSize", settings.messageFontSize},
+        {"defaultDuration", settings.defaultDuration},
+        {"warningThreshold", settings.warningThreshold},
+        {"overtimeEnabled", settings.overtimeEnabled},
+        {"blinkEnabled", settings.blinkEnabled},
+        {"presets", QVariant::fromValue(settings.presets)},
+        {"bgImagePath", settings.bgImagePath},
+        {"bgImageEnabled", settings.bgImageEnabled},
+        {"soundFilePath", settings.soundFilePath},
+        {"soundEnabled", settings.soundEnabled},
+        {"shortcutStartPause", settings.shortcutStartPause},
+        {"shortcutReset", settings.shortcutReset},
+        {"shortcutPlusMin", settings.shortcutPlusMin},
+        {"shortcutMinusMin", settings.shortcutMinusMin},
+        {"shortcutToggleOutput", settings.shortcutToggleOutput},
+    };
+}
+
+/// The fields in which two records differ, by name; empty for equal records.
+inline QStringList differingFields(const RecordFields &left, const RecordFields &right)
+{
+    QStringList names;
+    for (auto field = left.cbegin(); field != left.cend(); ++field) {
+        if (field.value() != right.value(field.key()))
+            names.append(field.key());
+    }
+    return names;
+}
+
+/// What a record holds after a first run's load.
+inline RecordFields firstRunFields()
+{
+    return {
+        {"clock24hr", true},
+        {"clockShowSeconds", true},
+        {"bgColor", QColor(0x00, 0x00, 0x00)},
+        {"timerColorNormal", QColor(0x00, 0xcc, 0x00)},
+        {"timerColorWarning", QColor(0xff, 0x88, 0x00)},
+        {"timerColorCritical", QColor(0xff, 0x22, 0x00)},
+        {"clockColor", QColor(0xff, 0xff, 0xff)},
+        {"messageColor", QColor(0xff, 0xff, 0x00)},
+        {"timerFontSize", 300},
+        {"clockFontSize", 80},
+        {"messageFontSize", 36},
+        {"defaultDuration", 300},
+        {"warningThreshold", 60},
+        {"overtimeEnabled", true},
+        {"blinkEnabled", true},
+        {"presets", QVariant::fromValue(QList<int>{300, 600, 900, 1800})},
+        {"bgImagePath", QString()},
+        {"bgImageEnabled", false},
+        {"soundFilePath", QString()},
+        {"soundEnabled", false},
+        {"shortcutStartPause", QStringLiteral("Space")},
+        {"shortcutReset", QStringLiteral("R")},
+        {"shortcutPlusMin", QStringLiteral("Up")},
+        {"shortcutMinusMin", QStringLiteral("Down")},
+        {"shortcutToggleOutput", QStringLiteral("O")},
+    };
+}
+
+/// A record in which every field differs from its defaults, all within bounds.
+inline AppSettings unusualSettings()
+{
+    AppSettings settings;
+    settings.clock24hr = false;
+    settings.clockShowSeconds = false;
+    settings.bgColor = QColor(0x01, 0x02, 0x03);
+    settings.timerColorNormal = QColor(0x0a, 0x0b, 0x0c);
+    settings.timerColorWarning = QColor(0x11, 0x12, 0x13);
+    settings.timerColorCritical = QColor(0xab, 0xcd, 0xef);
+    settings.clockColor = QColor(0x21, 0x22, 0x23);
+    settings.messageColor = QColor(0x31, 0x32, 0x33);
+    settings.timerFontSize = 31;
+    settings.clockFontSize = 21;
+    settings.messageFontSize = 13;
+    settings.defaultDuration = 1;
+    settings.warningThreshold = 2;
+    settings.overtimeEnabled = false;
+    settings.blinkEnabled = false;
+    settings.presets = {90, -5, 0, 90, 12345};
+    settings.bgImagePath = QStringLiteral("/pictures/stage.png");
+    settings.bgImageEnabled = true;
+    settings.soundFilePath = QStringLiteral("/sounds/gong.wav");
+    settings.soundEnabled = true;
+    settings.shortcutStartPause = QStringLiteral("F1");
+    settings.shortcutReset = QStringLiteral("Ctrl+F2");
+    settings.shortcutPlusMin = QStringLiteral("F3");
+    settings.shortcutMinusMin = QStringLiteral("F4");
+    settings.shortcutToggleOutput = QString();
+    return settings;
+}

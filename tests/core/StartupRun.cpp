@@ -1,0 +1,119 @@
+#include "StartupRun.h"
+
+#include <memory>
+#include <vector>
+
+#include <QApplication>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+// The program's entry routine, compiled under this name for the tests.
+int velmoraMain(int argc, char *argv[]);
+
+namespace {
+
+const StartupRun *presentRun = nullptr;
+
+void hookIntoProgram()
+{
+    if (!presentRun)
+        return;
+    if (presentRun->beforeProgram)
+        presentRun->beforeProgram();
+    QTimer::singleShot(0, qApp, [] {
+        QCOMPARE(QThread::currentThread()->loopLevel(), 1);
+        if (presentRun->whileRunning)
+            presentRun->whileRunning();
+    });
+    QTimer::singleShot(presentRun->limit, qApp, [] { QCoreApplication::exit(exitAtLimit); });
+}
+
+QByteArray screenList(const TestPlatform &platform)
+{
+    QJsonArray screens;
+    for (const QRect &screen : platform.screens) {
+        screens.append(QJsonObject{
+            {"name", QStringLiteral("screen%1").arg(screens.size())},
+            {"x", screen.x()},
+            {"y", screen.y()},
+            {"width", screen.width()},
+            {"height", screen.height()},
+            {"logicalDpi", 96},
+            {"logicalBaseDpi", 96},
+            {"dpr", platform.devicePixelRatio},
+        });
+    }
+    return QJsonDocument(QJsonObject{{"screens", screens}}).toJson();
+}
+
+template<typename Window>
+Window *onlyWindow(const QString &title)
+{
+    Window *found = nullptr;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *candidate : windows) {
+        if (candidate->windowTitle() != title)
+            continue;
+        if (found)
+            return nullptr;
+        found = qobject_cast<Window *>(candidate);
+    }
+    return found;
+}
+
+} // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(hookIntoProgram)
+
+int runProgram(const StartupRun &run)
+{
+    const QTemporaryDir dir;
+    QFile screens(dir.filePath("screens.json"));
+    if (!screens.open(QIODevice::WriteOnly) || screens.write(screenList(run.platform)) < 0)
+        qFatal("No screen list for the offscreen platform");
+    screens.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
+
+    QList<QByteArray> texts{"velmora"};
+    for (const QString &argument : run.arguments)
+        texts.append(argument.toUtf8());
+    std::vector<char *> arguments;
+    for (QByteArray &text : texts)
+        arguments.push_back(text.data());
+    const int count = int(arguments.size());
+    arguments.push_back(nullptr);
+
+    presentRun = &run;
+    const int result = velmoraMain(count, arguments.data());
+    presentRun = nullptr;
+    return result;
+}
+
+QWidget *controlWindow()
+{
+    return onlyWindow<QWidget>(QStringLiteral("Velmora \u2014 Control"));
+}
+
+OutputWindow *outputWindow()
+{
+    return onlyWindow<OutputWindow>(QStringLiteral("Velmora \u2014 Output"));
+}
+
+int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)
+{
+    const QTemporaryDir home;
+    if (!home.isValid())
+        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
+    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
+
+    const std::unique_ptr<QObject> test(makeTest());
+    return QTest::qExec(test.get(), argc, argv);
+}

@@ -1,0 +1,158 @@
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "TestMain.h"
+
+/// That the link graph of the subsystems is the architecture: the real compiler, given the
+/// include directories of a subsystem's library, finds the headers of those libraries that
+/// it may use and of no others.
+class ArchitectureTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void include_isFoundAlongTheGraphOnly_data();
+    void include_isFoundAlongTheGraphOnly();
+    void include_namesNoFolder_data();
+    void include_namesNoFolder();
+    void folders_areTheSubsystems();
+};
+
+namespace {
+
+const QString sourceRoot = QStringLiteral(VELMORA_SOURCES);
+
+/// What each subsystem may use, itself included.
+const QMap<QString, QStringList> &allowed()
+{
+    static const QMap<QString, QStringList> graph{
+        {"timer", {"timer"}},
+        {"core", {"core"}},
+        {"output", {"output", "core"}},
+        {"update", {"update", "core"}},
+        {"settings", {"settings", "core", "update"}},
+        {"control", {"control", "core", "timer", "output", "update", "settings"}},
+    };
+    return graph;
+}
+
+QStringList headersOf(const QString &subsystem)
+{
+    return QDir(sourceRoot + '/' + subsystem).entryList({"*.h"}, QDir::Files);
+}
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString errors;
+};
+
+/// What the preprocessor says to a file of @p subsystem that includes @p header.
+Outcome include(const QString &subsystem, const QString &header)
+{
+    const QTemporaryDir folder;
+    QFile source(folder.filePath("source.cpp"));
+    QFile directories(QStringLiteral(VELMORA_INCLUDES) + '/' + subsystem + ".txt");
+    if (!source.open(QIODevice::WriteOnly) || !directories.open(QIODevice::ReadOnly))
+        return {};
+    source.write("#include \"" + header.toUtf8() + "\"\n");
+    source.close();
+
+    QStringList arguments{"-std=c++20", "-fPIC", "-E", "-o", folder.filePath("source.ii")};
+    const QStringList lines = QString::fromUtf8(directories.readAll()).split('\n');
+    for (const QString &line : lines) {
+        if (!line.isEmpty())
+            arguments += {"-I", line};
+    }
+    arguments.append(source.fileName());
+
+    QProcess compiler;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", "C"); // the message is looked at
+    compiler.setProcessEnvironment(environment);
+    compiler.start(VELMORA_COMPILER, arguments);
+    if (!compiler.waitForFinished())
+        return {};
+    return {compiler.exitCode(), QString::fromLocal8Bit(compiler.readAllStandardError())};
+}
+
+} // namespace
+
+void ArchitectureTest::include_isFoundAlongTheGraphOnly_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<bool>("found");
+    const QStringList subsystems = allowed().keys();
+    for (const QString &from : subsystems) {
+        for (const QString &to : subsystems) {
+            const bool found = allowed().value(from).contains(to);
+            const QStringList headers = headersOf(to);
+            for (const QString &header : headers) {
+                QTest::addRow("%s to %s %s", qPrintable(from), qPrintable(to), qPrintable(header))
+                    << from << header << found;
+            }
+        }
+    }
+}
+
+void ArchitectureTest::include_isFoundAlongTheGraphOnly()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, header);
+    QFETCH(bool, found);
+    const Outcome outcome = include(from, header);
+    if (found) {
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+        return;
+    }
+    // Not just any failure: it is this header that is missing.
+    const QString name = QRegularExpression::escape(header);
+    const QRegularExpression missing(name + ": No such file|'" + name + "' file not found");
+    QVERIFY(outcome.exitCode > 0);
+    QVERIFY2(missing.match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
+}
+
+void ArchitectureTest::include_namesNoFolder_data()
+{
+    QTest::addColumn<QString>("path");
+    QDirIterator iterator(sourceRoot, {"*.h", "*.cpp", "*.in"}, QDir::Files,
+                          QDirIterator::Subdirectories);
+    while (iterator.hasNext()) {
+        const QString path = iterator.next();
+        QTest::newRow(qPrintable(path.mid(sourceRoot.size() + 1))) << path;
+    }
+}
+
+void ArchitectureTest::include_namesNoFolder()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    static const QRegularExpression includes(R"(^\s*#\s*include\s*["<]([^">]*)[">])",
+                                             QRegularExpression::MultilineOption);
+    const QString text = QString::fromUtf8(file.readAll());
+    for (const QRegularExpressionMatch &match : includes.globalMatch(text)) {
+        const QString name = match.captured(1);
+        QVERIFY2(!name.contains(".."), qPrintable(name));
+        QVERIFY2(!allowed().contains(name.section('/', 0, -2).section('/', -1)), qPrintable(name));
+        QVERIFY2(!name.contains('/') || !QFileInfo::exists(sourceRoot + '/' + name),
+                 qPrintable(name));
+    }
+}
+
+void ArchitectureTest::folders_areTheSubsystems()
+{
+    const QStringList folders = QDir(sourceRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot,
+                                                           QDir::Name);
+    QCOMPARE(folders, allowed().keys());
+}
+
+VELMORA_TEST_MAIN(ArchitectureTest)
+#include "tst_Architecture.moc"

@@ -1,0 +1,49 @@
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTest>
+#include <QWidget>
+
+#include "ScreenPlacement.h"
+#include "TestMain.h"
+
+class ScreenPlacementOneScreenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void noOtherScreen_showsAnOrdinaryWindow_data();
+    void noOtherScreen_showsAnOrdinaryWindow();
+};
+
+void ScreenPlacementOneScreenTest::noOtherScreen_showsAnOrdinaryWindow_data()
+{
+    QTest::addColumn<Qt::WindowStates>("before");
+    QTest::newRow("never shown") << Qt::WindowStates(Qt::WindowNoState);
+    // As after the second screen, which it covered, is gone.
+    QTest::newRow("full screen before") << Qt::WindowStates(Qt::WindowFullScreen);
+    QTest::newRow("maximised before") << Qt::WindowStates(Qt::WindowMaximized);
+    QTest::newRow("minimised before") << Qt::WindowStates(Qt::WindowMinimized);
+}
+
+void ScreenPlacementOneScreenTest::noOtherScreen_showsAnOrdinaryWindow()
+{
+    QFETCH(Qt::WindowStates, before);
+    QCOMPARE(QGuiApplication::screens().size(), 1);
+    QWidget control;
+    QWidget audience;
+    control.show();
+    if (before != Qt::WindowNoState) {
+        audience.setGeometry(audience.screen()->geometry());
+        audience.setWindowState(before);
+        audience.show();
+        audience.hide();
+    }
+    showOnOtherScreen(audience, control);
+    QVERIFY(audience.isVisible());
+    QCOMPARE(audience.windowState() & ~Qt::WindowActive, Qt::WindowNoState);
+    QCOMPARE(audience.size(), QSize(800, 500));
+    QVERIFY(!audience.windowFlags().testFlag(Qt::FramelessWindowHint));
+}
+
+VELMORA_TEST_MAIN(ScreenPlacementOneScreenTest)
+#include "tst_ScreenPlacementOneScreen.moc"

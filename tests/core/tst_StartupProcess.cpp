@@ -1,0 +1,59 @@
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "TestMain.h"
+
+// The built executable itself, from outside.
+class StartupProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void program_writesNothingToItsStreams();
+};
+
+namespace {
+
+// What the toolkit and its libraries say of a machine without sound, without a session bus
+// or without hardware decoders. Not one line of it is the program's.
+bool isToolkitsOwn(const QString &line)
+{
+    static const QRegularExpression known(
+        "^(PulseAudioService: .*|qt\\.multimedia\\..*|ALSA lib .*|\\[ALSOFT\\].*"
+        "|.*XDG_RUNTIME_DIR not set.*|Failed to create .*dbus.*|libva.*)$");
+    return known.match(line).hasMatch();
+}
+
+} // namespace
+
+void StartupProcessTest::program_writesNothingToItsStreams()
+{
+    const QTemporaryDir home;
+    QVERIFY(home.isValid());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
+                             "XDG_RUNTIME_DIR"})
+        environment.insert(name, home.path());
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(VELMORA_PROGRAM, QStringList());
+    QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
+    // Long enough for the windows and a few of their timers, too short for the update check:
+    // no test asks anybody's server.
+    QVERIFY(!program.waitForFinished(1500));
+    program.terminate();
+    QVERIFY(program.waitForFinished());
+
+    QCOMPARE(program.readAllStandardOutput(), QByteArray());
+    const QStringList lines = QString::fromUtf8(program.readAllStandardError()).split('\n');
+    for (const QString &line : lines) {
+        if (!line.isEmpty() && !isToolkitsOwn(line))
+            QFAIL(qPrintable(line));
+    }
+}
+
+VELMORA_TEST_MAIN(StartupProcessTest)
+#include "tst_StartupProcess.moc"

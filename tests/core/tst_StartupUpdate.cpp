@@ -1,0 +1,80 @@
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include "StartupRun.h"
+#include "Store.h"
+#include "UpdateStage.h"
+
+// The quiet update check of the start, against an endpoint on loopback.
+class StartupUpdateTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void check_startsOnceAfterThreeSeconds();
+    void upToDate_saysNothing();
+    void newer_isOffered();
+};
+
+namespace {
+
+int run(const std::function<void()> &whileRunning)
+{
+    return runProgram({.platform = {},
+                       .arguments = {},
+                       .beforeProgram = {},
+                       .whileRunning = [&whileRunning] {
+                           whileRunning();
+                           QCoreApplication::exit(0);
+                       }});
+}
+
+} // namespace
+
+void StartupUpdateTest::init()
+{
+    removeStore();
+}
+
+void StartupUpdateTest::check_startsOnceAfterThreeSeconds()
+{
+    run([] {
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        UpdateStage stage;
+        stage.server.setAnswer(httpAnswer(updateDocument("1.1.4")));
+        QTRY_COMPARE_WITH_TIMEOUT(stage.server.tunnels().size(), 1, 6000);
+        // The timer is a coarse one: five in a hundred early or late.
+        QVERIFY2(sinceStart.elapsed() >= 2800, qPrintable(QString::number(sinceStart.elapsed())));
+        QVERIFY2(sinceStart.elapsed() <= 5000, qPrintable(QString::number(sinceStart.elapsed())));
+        QVERIFY(!QTest::qWaitFor([&stage] { return stage.server.tunnels().size() > 1; }, 3500));
+    });
+}
+
+void StartupUpdateTest::upToDate_saysNothing()
+{
+    run([] {
+        UpdateStage stage;
+        stage.server.setAnswer(httpAnswer(updateDocument("1.1.4")));
+        QTRY_VERIFY_WITH_TIMEOUT(stage.isSettled(), 6000);
+        QCOMPARE(stage.server.requests().size(), 1);
+        QVERIFY(stage.server.requests().at(0).startsWith("GET /api/versions.json "));
+        QVERIFY(stage.boxes().isEmpty());
+    });
+}
+
+void StartupUpdateTest::newer_isOffered()
+{
+    run([] {
+        UpdateStage stage;
+        stage.server.setAnswer(httpAnswer(updateDocument("99.0.0")));
+        QTRY_COMPARE_WITH_TIMEOUT(stage.boxes().size(), 1, 6000);
+        QCOMPARE(stage.boxes().at(0).title, QStringLiteral("Update Available \u2014 Velmora"));
+        QTRY_VERIFY(stage.isSettled());
+    });
+}
+
+VELMORA_STARTUP_TEST_MAIN(StartupUpdateTest)
+#include "tst_StartupUpdate.moc"

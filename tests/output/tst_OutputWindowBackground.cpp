@@ -1,0 +1,348 @@
+#include <functional>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "AppSettings.h"
+#include "OutputParts.h"
+#include "StyleSheet.h"
+#include "TestMain.h"
+
+class OutputWindowBackgroundTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void colour_fillsTheWindow_data();
+    void colour_fillsTheWindow();
+    void colour_isInEveryPaletteGroup();
+    void colour_changesWithARefresh();
+    void invalidColour_doesNotHarm();
+    void picture_isStretchedWithoutSmoothing_data();
+    void picture_isStretchedWithoutSmoothing();
+    void picture_switchesTheFillOff();
+    void picture_isReadByItsContent_data();
+    void picture_isReadByItsContent();
+    void unusablePicture_showsTheColour_data();
+    void unusablePicture_showsTheColour();
+    void picture_isReadAnew_data();
+    void picture_isReadAnew();
+    void pictureThatIsGone_givesWayToTheColour();
+    void pictureSwitchedOff_givesWayToTheColour();
+    void blinkOverAPicture_showsTheGroundsColour();
+
+private:
+    QString path(const QString &name) const { return dir.filePath(name); }
+    void savePicture(const QString &name, const QColor &color, const char *format = "png") const;
+
+    QTemporaryDir dir;
+    AppSettings settings;
+};
+
+namespace {
+
+const QColor ground(0x11, 0x66, 0xbb);
+
+// Above the top margin and left of the left one: nothing but the ground is drawn there.
+QColor cornerColour(OutputWindow &window)
+{
+    return window.grab().toImage().pixelColor(2, 2);
+}
+
+bool holdsColour(OutputWindow &window, const QColor &color)
+{
+    const QImage picture = window.grab(figureArea(window)->geometry()).toImage();
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == color)
+                return true;
+        }
+    }
+    return false;
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+} // namespace
+
+void OutputWindowBackgroundTest::savePicture(const QString &name, const QColor &color,
+                                             const char *format) const
+{
+    QImage picture(16, 16, QImage::Format_RGB32);
+    picture.fill(color);
+    QVERIFY(picture.save(path(name), format));
+}
+
+void OutputWindowBackgroundTest::initTestCase()
+{
+    QVERIFY(dir.isValid());
+    QImage quadrants(2, 2, QImage::Format_RGB32);
+    quadrants.setPixelColor(0, 0, Qt::red);
+    quadrants.setPixelColor(1, 0, Qt::green);
+    quadrants.setPixelColor(0, 1, Qt::blue);
+    quadrants.setPixelColor(1, 1, Qt::yellow);
+    QVERIFY(quadrants.save(path("quadrants.png")));
+    writeFile(path("text.png"), "This is not a picture.\n");
+    writeFile(path("empty.png"), QByteArray());
+    writeFile(path("cut.png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
+    QVERIFY(QDir(dir.path()).mkdir("folder.png"));
+}
+
+void OutputWindowBackgroundTest::init()
+{
+    settings = AppSettings();
+    settings.bgColor = ground;
+}
+
+void OutputWindowBackgroundTest::cleanup()
+{
+    qApp->setStyleSheet(QString());
+}
+
+void OutputWindowBackgroundTest::colour_fillsTheWindow_data()
+{
+    QTest::addColumn<bool>("styled");
+    QTest::newRow("without the application's style sheet") << false;
+    QTest::newRow("with the application's style sheet") << true;
+}
+
+void OutputWindowBackgroundTest::colour_fillsTheWindow()
+{
+    QFETCH(bool, styled);
+    // As at start: the window is made first, then the style sheet installed, then it is shown.
+    OutputWindow window(&settings);
+    if (styled)
+        qApp->setStyleSheet(applicationStyleSheet());
+    window.resize(800, 500);
+    window.show();
+    const QImage picture = window.grab().toImage();
+    QCOMPARE(picture.pixelColor(0, 0), ground);
+    QCOMPARE(picture.pixelColor(799, 499), ground);
+    QCOMPARE(picture.pixelColor(40, 250), ground); // in the transparent middle
+    QCOMPARE(picture.pixelColor(400, 498), ground); // below the bar
+}
+
+void OutputWindowBackgroundTest::colour_isInEveryPaletteGroup()
+{
+    const OutputWindow window(&settings);
+    QVERIFY(window.autoFillBackground());
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        QCOMPARE(window.palette().brush(group, QPalette::Window), QBrush(ground));
+}
+
+void OutputWindowBackgroundTest::colour_changesWithARefresh()
+{
+    OutputWindow window(&settings);
+    window.show();
+    settings.bgColor = Qt::magenta;
+    window.refreshSettings();
+    QCOMPARE(cornerColour(window), QColor(Qt::magenta));
+}
+
+void OutputWindowBackgroundTest::invalidColour_doesNotHarm()
+{
+    settings.bgColor = QColor();
+    OutputWindow window(&settings);
+    window.show();
+    QVERIFY(window.autoFillBackground());
+    QCOMPARE(cornerColour(window), QColor(Qt::black));
+}
+
+void OutputWindowBackgroundTest::picture_isStretchedWithoutSmoothing_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("styled");
+    QTest::newRow("wide") << QSize(800, 200) << false;
+    QTest::newRow("high") << QSize(200, 800) << false;
+    QTest::newRow("with the application's style sheet") << QSize(800, 500) << true;
+}
+
+void OutputWindowBackgroundTest::picture_isStretchedWithoutSmoothing()
+{
+    QFETCH(QSize, size);
+    QFETCH(bool, styled);
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("quadrants.png");
+    OutputWindow window(&settings);
+    if (styled)
+        qApp->setStyleSheet(applicationStyleSheet());
+    window.resize(size);
+    window.show();
+    const QImage picture = window.grab().toImage();
+    QCOMPARE(picture.size(), size);
+    // Each pixel of the picture becomes a quarter of the window. Smoothing would blend the
+    // colours over half of it; the sharp edge stays within the rasteriser's rounding.
+    const int right = size.width() - 1;
+    const int bottom = size.height() - 1;
+    const int middleX = size.width() / 2;
+    const int middleY = size.height() / 2;
+    const int nearX = size.width() / 50;
+    const int nearY = size.height() / 50;
+    for (int x : {0, middleX - nearX})
+        QCOMPARE(picture.pixelColor(x, 0), QColor(Qt::red));
+    for (int x : {middleX + nearX, right})
+        QCOMPARE(picture.pixelColor(x, 0), QColor(Qt::green));
+    for (int y : {0, middleY - nearY}) {
+        QCOMPARE(picture.pixelColor(0, y), QColor(Qt::red));
+        QCOMPARE(picture.pixelColor(right, y), QColor(Qt::green));
+    }
+    for (int y : {middleY + nearY, bottom}) {
+        QCOMPARE(picture.pixelColor(0, y), QColor(Qt::blue));
+        QCOMPARE(picture.pixelColor(right, y), QColor(Qt::yellow));
+    }
+}
+
+void OutputWindowBackgroundTest::picture_switchesTheFillOff()
+{
+    OutputWindow window(&settings);
+    QVERIFY(window.autoFillBackground());
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("quadrants.png");
+    window.refreshSettings();
+    QVERIFY(!window.autoFillBackground());
+}
+
+void OutputWindowBackgroundTest::picture_isReadByItsContent_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("format");
+    QTest::newRow("png") << "red.png" << QByteArray("png");
+    QTest::newRow("jpg") << "red.jpg" << QByteArray("jpg");
+    QTest::newRow("jpeg") << "red.jpeg" << QByteArray("jpg");
+    QTest::newRow("bmp") << "red.bmp" << QByteArray("bmp");
+    QTest::newRow("suffix of another format") << "red-is-a.jpg" << QByteArray("png");
+    QTest::newRow("no suffix") << "red" << QByteArray("png");
+}
+
+void OutputWindowBackgroundTest::picture_isReadByItsContent()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, format);
+    savePicture(name, Qt::red, format.constData());
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path(name);
+    OutputWindow window(&settings);
+    window.show();
+    const QColor color = cornerColour(window);
+    // One format loses a little.
+    QVERIFY2(color.red() > 250 && color.green() < 5 && color.blue() < 5,
+             qPrintable(color.name()));
+}
+
+void OutputWindowBackgroundTest::unusablePicture_showsTheColour_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("off") << false << "quadrants.png";
+    QTest::newRow("no path") << true << "";
+    QTest::newRow("missing") << true << "missing.png";
+    QTest::newRow("text") << true << "text.png";
+    QTest::newRow("empty") << true << "empty.png";
+    QTest::newRow("cut off") << true << "cut.png";
+    QTest::newRow("directory") << true << "folder.png";
+}
+
+void OutputWindowBackgroundTest::unusablePicture_showsTheColour()
+{
+    QFETCH(bool, enabled);
+    QFETCH(QString, name);
+    settings.bgImageEnabled = enabled;
+    settings.bgImagePath = name.isEmpty() ? QString() : path(name);
+    QTest::failOnWarning(QRegularExpression(".*")); // silently
+    OutputWindow window(&settings);
+    window.show();
+    QCOMPARE(cornerColour(window), ground);
+    QVERIFY(window.autoFillBackground());
+}
+
+void OutputWindowBackgroundTest::picture_isReadAnew_data()
+{
+    using Event = std::function<void(OutputWindow &)>;
+    QTest::addColumn<Event>("event");
+    QTest::newRow("on a show") << Event([](OutputWindow &window) {
+        window.hide();
+        window.show();
+    });
+    QTest::newRow("on a resize") << Event([](OutputWindow &window) {
+        window.resize(window.width() + 40, window.height());
+        QCoreApplication::processEvents();
+    });
+    QTest::newRow("on a refresh") << Event([](OutputWindow &window) { window.refreshSettings(); });
+}
+
+void OutputWindowBackgroundTest::picture_isReadAnew()
+{
+    QFETCH(std::function<void(OutputWindow &)>, event);
+    savePicture("changing.png", Qt::red);
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("changing.png");
+    OutputWindow window(&settings);
+    window.resize(800, 500);
+    window.show();
+    QCOMPARE(cornerColour(window), QColor(Qt::red));
+    savePicture("changing.png", Qt::green);
+    event(window);
+    QCOMPARE(cornerColour(window), QColor(Qt::green));
+}
+
+void OutputWindowBackgroundTest::pictureThatIsGone_givesWayToTheColour()
+{
+    savePicture("going.png", Qt::red);
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("going.png");
+    OutputWindow window(&settings);
+    window.show();
+    QVERIFY(QFile::remove(path("going.png")));
+    QCOMPARE(cornerColour(window), QColor(Qt::red)); // until it is read anew
+    window.hide();
+    window.show();
+    QCOMPARE(cornerColour(window), ground);
+    QVERIFY(window.autoFillBackground());
+    savePicture("going.png", Qt::red);
+    window.hide();
+    window.show();
+    QCOMPARE(cornerColour(window), QColor(Qt::red));
+}
+
+void OutputWindowBackgroundTest::pictureSwitchedOff_givesWayToTheColour()
+{
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("quadrants.png");
+    OutputWindow window(&settings);
+    window.show();
+    settings.bgImageEnabled = false;
+    window.refreshSettings();
+    QCOMPARE(cornerColour(window), ground);
+}
+
+void OutputWindowBackgroundTest::blinkOverAPicture_showsTheGroundsColour()
+{
+    savePicture("plain.png", Qt::white);
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("plain.png");
+    OutputWindow window(&settings);
+    window.setViewMode(0);
+    window.resize(800, 500);
+    window.show();
+    window.onTimerTick(0);
+    QVERIFY(holdsColour(window, settings.timerColorCritical));
+    QVERIFY(!holdsColour(window, ground));
+    window.tickBlink();
+    QVERIFY(!holdsColour(window, settings.timerColorCritical));
+    QVERIFY(holdsColour(window, ground));
+}
+
+VELMORA_TEST_MAIN(OutputWindowBackgroundTest)
+#include "tst_OutputWindowBackground.moc"

@@ -1,0 +1,471 @@
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "AppSettings.h"
+#include "DialogView.h"
+#include "Modal.h"
+#include "Outline.h"
+#include "Record.h"
+#include "SettingsDialog.h"
+#include "Store.h"
+#include "TestMain.h"
+
+namespace {
+
+using Color = QColor AppSettings::*;
+
+const QString useImageText = QStringLiteral("Use image instead of background colour");
+const QString buttonLook =
+    QStringLiteral("background-color:%1;color:%2;border:1px solid #555;border-radius:3px;");
+
+void press(QDialog &dialog, QDialogButtonBox::StandardButton button)
+{
+    dialog.findChild<QDialogButtonBox *>()->button(button)->click();
+}
+
+// Clicks "Browse…" and opens the file under the path in the file dialog.
+void browse(const DialogView &view, const QString &path)
+{
+    const ModalScript<QFileDialog> person([&path](QFileDialog &files) {
+        files.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+        press(files, QDialogButtonBox::Open);
+    });
+    view.browseButton()->click();
+}
+
+} // namespace
+
+class SettingsDialogColorsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void page_readsFromTopToBottom();
+    void colorButton_isOfItsSize_data();
+    void colorButton_isOfItsSize();
+    void colorButton_showsNameAndContrast_data();
+    void colorButton_showsNameAndContrast();
+    void colorButton_picksItsOwnColor_data();
+    void colorButton_picksItsOwnColor();
+    void colorDialog_opensAtTheWorkingColor();
+    void colorDialog_cancelled_changesNothing();
+    void pickedGrey_turnsTextBlackFromTheThreshold_data();
+    void pickedGrey_turnsTextBlackFromTheThreshold();
+    void pickColor_servesAnyTargetAndButton();
+    void invalidColor_staysInvalidUntilPicked();
+
+    void imageLabel_namesTheFile_data();
+    void imageLabel_namesTheFile();
+    void imageRow_hasItsLookAndSizes();
+    void fileDialog_opensAtTheCurrentImage();
+    void fileDialog_cancelled_changesNothing();
+    void browsing_takesTheFileAndSwitchesItOn();
+    void browsing_takesAFileThatIsNoPicture();
+    void clearing_forgetsTheFileAndSwitchesItOff();
+    void unchecking_keepsTheFile();
+    void imageEdits_thenCancel_leaveTheRecord();
+
+private:
+    QTemporaryDir pictures;
+};
+
+void SettingsDialogColorsTest::initTestCase()
+{
+    QVERIFY(pictures.isValid());
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QVERIFY(picture.save(pictures.filePath(QStringLiteral("Old ground.png"))));
+    QVERIFY(picture.save(pictures.filePath(QStringLiteral("New ground.png"))));
+    QFile text(pictures.filePath(QStringLiteral("no picture.bmp")));
+    QVERIFY(text.open(QIODevice::WriteOnly));
+    QVERIFY(text.write("not a picture") > 0);
+}
+
+void SettingsDialogColorsTest::init()
+{
+    removeStore();
+}
+
+void SettingsDialogColorsTest::page_readsFromTopToBottom()
+{
+    AppSettings record = unusualRecord();
+    SettingsDialog dialog(&record, nullptr);
+    const auto *form =
+        qobject_cast<QFormLayout *>(DialogView(dialog).page(QStringLiteral("Colors"))->layout());
+    QVERIFY(form);
+    QCOMPARE(form->horizontalSpacing(), 10);
+    QCOMPARE(form->verticalSpacing(), 10);
+    QCOMPARE(outlineOf(*form),
+             QStringList({"Background: button #010203", "Timer — normal: button #040506",
+                          "Timer — warning: button #070809", "Timer — critical: button #0A0B0C",
+                          "Clock: button #0D0E0F", "Message: button #101112", "separator",
+                          "header BACKGROUND IMAGE",
+                          "check Use image instead of background colour",
+                          "[label Stage left.png, button Browse…, button Clear]"}));
+}
+
+void SettingsDialogColorsTest::colorButton_isOfItsSize_data()
+{
+    colorButton_picksItsOwnColor_data();
+}
+
+void SettingsDialogColorsTest::colorButton_isOfItsSize()
+{
+    QFETCH(const QString, rowLabel);
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    dialog.show();
+    view.showPage(QStringLiteral("Colors"));
+    const QPushButton *button = view.colorButton(rowLabel);
+    QVERIFY(button);
+    QCOMPARE(button->minimumSize(), QSize(80, 26));
+    QCOMPARE(button->maximumSize(), QSize(80, 26));
+    QCOMPARE(button->size(), QSize(80, 26));
+}
+
+void SettingsDialogColorsTest::colorButton_showsNameAndContrast_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("textColor");
+    const auto add = [](const QColor &color, const char *name, const char *textColor) {
+        QTest::newRow(name) << color << QString::fromLatin1(name) << QString::fromLatin1(textColor);
+    };
+    add(QColor(0, 0, 0), "#000000", "#ffffff");
+    add(QColor(255, 255, 255), "#ffffff", "#000000");
+    add(QColor(0, 204, 0), "#00cc00", "#ffffff");         // 119748
+    add(QColor(255, 136, 0), "#ff8800", "#000000");       // 156077
+    add(QColor(255, 34, 0), "#ff2200", "#ffffff");        // 96203
+    add(QColor(255, 255, 0), "#ffff00", "#000000");       // 225930
+    add(QColor(255, 0, 0), "#ff0000", "#ffffff");         // 76245
+    add(QColor(0, 255, 0), "#00ff00", "#000000");         // 149685
+    add(QColor(0, 0, 255), "#0000ff", "#ffffff");         // 29070
+    add(QColor(128, 128, 128), "#808080", "#ffffff");     // 128000
+    add(QColor(129, 129, 129), "#818181", "#000000");     // 129000
+    add(QColor(0xAB, 0xCD, 0xEF), "#abcdef", "#000000");  // 198710
+    add(QColor(0, 205, 76), "#00cd4c", "#ffffff");        // 128999
+    add(QColor(2, 190, 148), "#02be94", "#000000");       // 129000
+    add(QColor(0, 185, 179), "#00b9b3", "#000000");       // 129001
+    add(QColor(9, 8, 7, 6), "#090807", "#ffffff");        // see-through: the name has no alpha
+    QTest::newRow("not a colour") << QColor() << "#000000" << "#ffffff";
+}
+
+void SettingsDialogColorsTest::colorButton_showsNameAndContrast()
+{
+    QFETCH(const QColor, color);
+    QFETCH(const QString, name);
+    QFETCH(const QString, textColor);
+    AppSettings record;
+    record.clockColor = color;
+    SettingsDialog dialog(&record, nullptr);
+    const QPushButton *button = DialogView(dialog).colorButton(QStringLiteral("Clock"));
+    QCOMPARE(button->text(), name.toUpper());
+    QCOMPARE(button->styleSheet(), buttonLook.arg(name, textColor));
+}
+
+void SettingsDialogColorsTest::colorButton_picksItsOwnColor_data()
+{
+    QTest::addColumn<QString>("rowLabel");
+    QTest::addColumn<Color>("field");
+    QTest::newRow("background") << "Background" << &AppSettings::bgColor;
+    QTest::newRow("normal") << "Timer — normal" << &AppSettings::timerColorNormal;
+    QTest::newRow("warning") << "Timer — warning" << &AppSettings::timerColorWarning;
+    QTest::newRow("critical") << "Timer — critical" << &AppSettings::timerColorCritical;
+    QTest::newRow("clock") << "Clock" << &AppSettings::clockColor;
+    QTest::newRow("message") << "Message" << &AppSettings::messageColor;
+}
+
+void SettingsDialogColorsTest::colorButton_picksItsOwnColor()
+{
+    QFETCH(const QString, rowLabel);
+    QFETCH(const Color, field);
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.pick(rowLabel, QColor(0x12, 0xab, 0x34));
+        QCOMPARE(view.colorButton(rowLabel)->text(), QStringLiteral("#12AB34"));
+        QCOMPARE(view.colorButton(rowLabel)->styleSheet(), buttonLook.arg("#12ab34", "#ffffff"));
+        QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+        view.okButton()->click();
+    });
+    AppSettings wanted;
+    wanted.*field = QColor(0x12, 0xab, 0x34);
+    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
+}
+
+void SettingsDialogColorsTest::colorDialog_opensAtTheWorkingColor()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.pick(QStringLiteral("Message"), QColor(1, 2, 3));
+        const ModalScript<QColorDialog> person([&](QColorDialog &colors) {
+            QCOMPARE(colors.windowTitle(), QStringLiteral("Pick colour"));
+            QCOMPARE(colors.parentWidget(), &dialog);
+            QCOMPARE(colors.options(), QColorDialog::ColorDialogOptions());
+            QCOMPARE(colors.currentColor(), QColor(1, 2, 3));
+        });
+        view.colorButton(QStringLiteral("Message"))->click();
+        QVERIFY(person.hasPlayed());
+    });
+}
+
+void SettingsDialogColorsTest::colorDialog_cancelled_changesNothing()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        const ModalScript<QColorDialog> person([](QColorDialog &colors) {
+            colors.setCurrentColor(Qt::magenta);
+            press(colors, QDialogButtonBox::Cancel);
+        });
+        view.colorButton(QStringLiteral("Message"))->click();
+        QVERIFY(person.hasPlayed());
+        QCOMPARE(view.colorButton(QStringLiteral("Message"))->text(), QStringLiteral("#FFFF00"));
+        view.okButton()->click();
+    });
+    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+}
+
+void SettingsDialogColorsTest::pickedGrey_turnsTextBlackFromTheThreshold_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<QString>("look");
+    QTest::newRow("below") << QColor(0x80, 0x80, 0x80) << buttonLook.arg("#808080", "#ffffff");
+    QTest::newRow("at") << QColor(0x81, 0x81, 0x81) << buttonLook.arg("#818181", "#000000");
+}
+
+void SettingsDialogColorsTest::pickedGrey_turnsTextBlackFromTheThreshold()
+{
+    QFETCH(const QColor, color);
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.pick(QStringLiteral("Background"), color);
+        QTEST(view.colorButton(QStringLiteral("Background"))->styleSheet(), "look");
+    });
+}
+
+void SettingsDialogColorsTest::pickColor_servesAnyTargetAndButton()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    QColor target(Qt::red);
+    QPushButton button;
+    execWith(dialog, [&] {
+        const ModalScript<QColorDialog> person([](QColorDialog &colors) {
+            QCOMPARE(colors.currentColor(), QColor(Qt::red));
+            colors.setCurrentColor(Qt::white);
+            press(colors, QDialogButtonBox::Ok);
+        });
+        dialog.pickColor(target, &button);
+    });
+    QCOMPARE(target, QColor(Qt::white));
+    QCOMPARE(button.text(), QStringLiteral("#FFFFFF"));
+    QCOMPARE(button.styleSheet(), buttonLook.arg("#ffffff", "#000000"));
+}
+
+void SettingsDialogColorsTest::invalidColor_staysInvalidUntilPicked()
+{
+    AppSettings record;
+    record.bgColor = QColor();
+    record.clockColor = QColor();
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.pick(QStringLiteral("Clock"), QColor(1, 2, 3));
+        view.okButton()->click();
+    });
+    QVERIFY(!record.bgColor.isValid());
+    QCOMPARE(record.clockColor, QColor(1, 2, 3));
+}
+
+void SettingsDialogColorsTest::imageLabel_namesTheFile_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QString() << "None";
+    QTest::newRow("full path") << "/no/such/folder/Ground.png" << "Ground.png";
+    QTest::newRow("bare name") << "Ground.png" << "Ground.png";
+    QTest::newRow("dots and blanks") << "/a.b/My stage.v2.jpeg" << "My stage.v2.jpeg";
+    QTest::newRow("mark-up") << "/a/<b>x.png" << "<b>x.png";
+}
+
+void SettingsDialogColorsTest::imageLabel_namesTheFile()
+{
+    QFETCH(const QString, path);
+    AppSettings record;
+    record.bgImagePath = path;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    QTEST(view.imageFileLabel()->text(), "text");
+    execWith(dialog, [&] { view.okButton()->click(); });
+    QCOMPARE(record.bgImagePath, path); // the whole path, whatever the label shows
+}
+
+void SettingsDialogColorsTest::imageRow_hasItsLookAndSizes()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    const QLabel *label = view.imageFileLabel();
+    QCOMPARE(label->styleSheet(), QStringLiteral("color:#aaa;font-size:11px;"));
+    QVERIFY(label->wordWrap());
+    QCOMPARE(view.browseButton()->minimumWidth(), 80);
+    QCOMPARE(view.browseButton()->maximumWidth(), 80);
+    QCOMPARE(view.clearImageButton()->minimumWidth(), 60);
+    QCOMPARE(view.clearImageButton()->maximumWidth(), 60);
+    const auto *row = qobject_cast<QHBoxLayout *>(label->parentWidget()->layout());
+    QVERIFY(row);
+    QCOMPARE(row->stretch(0), 1);
+    QCOMPARE(row->stretch(1), 0);
+    QCOMPARE(row->stretch(2), 0);
+}
+
+void SettingsDialogColorsTest::fileDialog_opensAtTheCurrentImage()
+{
+    AppSettings record;
+    record.bgImagePath = pictures.filePath(QStringLiteral("Old ground.png"));
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] {
+        const ModalScript<QFileDialog> person([&](QFileDialog &files) {
+            QCOMPARE(files.windowTitle(), QStringLiteral("Select background image"));
+            QCOMPARE(files.parentWidget(), &dialog);
+            QCOMPARE(files.acceptMode(), QFileDialog::AcceptOpen);
+            QCOMPARE(files.fileMode(), QFileDialog::ExistingFile);
+            QCOMPARE(files.nameFilters(), QStringList("Images (*.png *.jpg *.jpeg *.bmp)"));
+            QCOMPARE(files.directory(), QDir(pictures.path()));
+            QCOMPARE(files.selectedFiles(), QStringList(record.bgImagePath));
+        });
+        DialogView(dialog).browseButton()->click();
+        QVERIFY(person.hasPlayed());
+    });
+}
+
+void SettingsDialogColorsTest::fileDialog_cancelled_changesNothing()
+{
+    AppSettings record;
+    record.bgImagePath = pictures.filePath(QStringLiteral("Old ground.png"));
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        const ModalScript<QFileDialog> person([&](QFileDialog &files) {
+            files.selectFile(pictures.filePath(QStringLiteral("New ground.png")));
+            press(files, QDialogButtonBox::Cancel);
+        });
+        view.browseButton()->click();
+        QVERIFY(person.hasPlayed());
+        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("Old ground.png"));
+        QVERIFY(!view.checkBox(useImageText)->isChecked());
+        view.okButton()->click();
+    });
+    QCOMPARE(record.bgImagePath, pictures.filePath(QStringLiteral("Old ground.png")));
+    QVERIFY(!record.bgImageEnabled);
+}
+
+void SettingsDialogColorsTest::browsing_takesTheFileAndSwitchesItOn()
+{
+    const QString path = pictures.filePath(QStringLiteral("New ground.png"));
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        browse(view, path);
+        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("New ground.png"));
+        QVERIFY(view.checkBox(useImageText)->isChecked());
+        QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+        view.okButton()->click();
+    });
+    AppSettings wanted;
+    wanted.bgImagePath = path;
+    wanted.bgImageEnabled = true;
+    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
+    QCOMPARE(storedFields(), fieldsOf(wanted));
+}
+
+void SettingsDialogColorsTest::browsing_takesAFileThatIsNoPicture()
+{
+    const QString path = pictures.filePath(QStringLiteral("no picture.bmp"));
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        browse(view, path);
+        view.okButton()->click();
+    });
+    QCOMPARE(record.bgImagePath, path);
+    QVERIFY(record.bgImageEnabled);
+}
+
+void SettingsDialogColorsTest::clearing_forgetsTheFileAndSwitchesItOff()
+{
+    AppSettings record;
+    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
+    record.bgImageEnabled = true;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.clearImageButton()->click();
+        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("None"));
+        QVERIFY(!view.checkBox(useImageText)->isChecked());
+        QCOMPARE(record.bgImagePath, QStringLiteral("/pictures/Ground.png"));
+        view.okButton()->click();
+    });
+    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+}
+
+void SettingsDialogColorsTest::unchecking_keepsTheFile()
+{
+    AppSettings record;
+    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
+    record.bgImageEnabled = true;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        view.checkBox(useImageText)->click();
+        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("Ground.png"));
+        view.okButton()->click();
+    });
+    QCOMPARE(record.bgImagePath, QStringLiteral("/pictures/Ground.png"));
+    QVERIFY(!record.bgImageEnabled);
+}
+
+void SettingsDialogColorsTest::imageEdits_thenCancel_leaveTheRecord()
+{
+    AppSettings record;
+    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
+    const QStringList before = fieldsOf(record);
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        browse(view, pictures.filePath(QStringLiteral("New ground.png")));
+        QVERIFY(view.checkBox(useImageText)->isChecked());
+        view.clearImageButton()->click();
+        view.cancelButton()->click();
+    });
+    QCOMPARE(fieldsOf(record), before);
+    QVERIFY(!QFile::exists(storeFilePath()));
+}
+
+VELMORA_TEST_MAIN(SettingsDialogColorsTest)
+#include "tst_SettingsDialogColors.moc"

@@ -1,0 +1,150 @@
+#include <QNetworkProxy>
+#include <QNetworkProxyFactory>
+#include <QPushButton>
+#include <QTcpServer>
+#include <QTest>
+
+#include "AppSettings.h"
+#include "DialogView.h"
+#include "Find.h"
+#include "Modal.h"
+#include "Record.h"
+#include "SettingsDialog.h"
+#include "Store.h"
+#include "TestMain.h"
+
+namespace {
+
+// Sends every request to a closed port of this machine and notes what was asked for.
+class DeadEnd : public QNetworkProxyFactory
+{
+public:
+    DeadEnd(QList<QUrl> *asked, quint16 closedPort)
+        : asked(asked)
+        , closedPort(closedPort)
+    {
+    }
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
+    {
+        asked->append(query.url());
+        return {QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), closedPort)};
+    }
+
+private:
+    QList<QUrl> *asked;
+    quint16 closedPort;
+};
+
+quint16 closedPort()
+{
+    QTcpServer server;
+    return server.listen(QHostAddress::LocalHost) ? server.serverPort() : quint16(1);
+}
+
+} // namespace
+
+class SettingsDialogUpdatesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void opening_asksNothing();
+    void button_startsOneCheckAClick();
+    void check_leavesButtonAndDialogUsable();
+    void check_failing_saysNothing();
+    void check_writesNothing();
+
+private:
+    QList<QUrl> asked;
+};
+
+void SettingsDialogUpdatesTest::initTestCase()
+{
+    QNetworkProxyFactory::setApplicationProxyFactory(new DeadEnd(&asked, closedPort()));
+}
+
+void SettingsDialogUpdatesTest::init()
+{
+    removeStore();
+    asked.clear();
+}
+
+void SettingsDialogUpdatesTest::cleanupTestCase()
+{
+    QNetworkProxyFactory::setApplicationProxyFactory(nullptr);
+}
+
+void SettingsDialogUpdatesTest::opening_asksNothing()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
+    QCOMPARE(asked.size(), 0);
+}
+
+void SettingsDialogUpdatesTest::button_startsOneCheckAClick()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] {
+        auto *button = findByText<QPushButton>(dialog, QStringLiteral("Check for Updates"));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTRY_COMPARE(asked.size(), 1);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTRY_COMPARE(asked.size(), 3);
+    });
+    for (const QUrl &url : std::as_const(asked)) {
+        QCOMPARE(url.scheme(), QStringLiteral("https"));
+        QCOMPARE(url.path(), QStringLiteral("/api/versions.json"));
+    }
+}
+
+void SettingsDialogUpdatesTest::check_leavesButtonAndDialogUsable()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] {
+        auto *button = findByText<QPushButton>(dialog, QStringLiteral("Check for Updates"));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(button->isEnabled());
+        QCOMPARE(button->text(), QStringLiteral("Check for Updates"));
+        QTRY_COMPARE(asked.size(), 1);
+        QVERIFY(button->isEnabled());
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(QApplication::activeModalWidget(), &dialog);
+    });
+}
+
+void SettingsDialogUpdatesTest::check_failing_saysNothing()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] {
+        findByText<QPushButton>(dialog, QStringLiteral("Check for Updates"))->click();
+        QTRY_COMPARE(asked.size(), 1);
+        QTest::qWait(300); // for the refused connection to be reported
+        QCOMPARE(QApplication::activeModalWidget(), &dialog);
+    });
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void SettingsDialogUpdatesTest::check_writesNothing()
+{
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    execWith(dialog, [&] {
+        findByText<QPushButton>(dialog, QStringLiteral("Check for Updates"))->click();
+        QTRY_COMPARE(asked.size(), 1);
+    });
+    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+    QVERIFY(storeBytes().isEmpty());
+}
+
+VELMORA_TEST_MAIN(SettingsDialogUpdatesTest)
+#include "tst_SettingsDialogUpdates.moc"

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QList>
+#include <QMessageBox>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QUrl>
+
+#include "UpdateServer.h"
+
+class QLabel;
+class QNetworkReply;
+
+/// A message box as a person saw it.
+struct SeenBox
+{
+    QString title;
+    QString text;
+    QString informativeText;
+    Qt::TextFormat textFormat;
+    QMessageBox::Icon icon;
+    QStringList buttons;
+    QList<QMessageBox::ButtonRole> roles;
+    QMessageBox::StandardButtons standardButtons;
+    bool modal;
+    bool hasParent;
+};
+
+/// What stands around an update check: the endpoint, the person in front of the message
+/// boxes, and the browser.
+class UpdateStage : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Sends every request of this process through @p server.
+    UpdateStage();
+    ~UpdateStage() override;
+
+    UpdateServer server;
+
+    /// Done with each message box that comes up, after it was noted. Without an own
+    /// action, the box is closed.
+    void setAction(const std::function<void(QMessageBox &)> &action) { act = action; }
+    /// Presses the button with the text by mouse in each message box that comes up.
+    void press(const QString &buttonText);
+
+    /// The message boxes that came up so far.
+    QList<SeenBox> boxes() const { return seen; }
+    /// The addresses that the browser was asked to open, encoded.
+    QStringList opened() const { return addresses; }
+    /// The requests' replies so far; null for one that is destroyed.
+    QList<QPointer<QNetworkReply>> replies() const { return tracked; }
+    /// Whether @p count replies have come, every one is destroyed, and no box is open.
+    bool isSettled(int count = 1) const;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+public slots:
+    void open(const QUrl &url);
+
+private:
+    void lookForBox();
+
+    std::function<void(QMessageBox &)> act;
+    QTimer look;
+    QPointer<QMessageBox> last;
+    QList<SeenBox> seen;
+    QStringList addresses;
+    QList<QPointer<QNetworkReply>> tracked;
+};
+
+/// The authority that this process trusts, with its server's certificate for the
+/// endpoint's host; made on first use, and added to the default TLS configuration.
+Authority &trustedAuthority();
+const Authority::Identity &endpointIdentity();
+
+/// The body of an update document for the product.
+QByteArray updateDocument(const QString &version, const QString &downloadUrl = {},
+                          const QString &releaseNotes = {});

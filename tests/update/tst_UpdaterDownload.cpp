@@ -1,0 +1,112 @@
+#include "Updater.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+#include "TestMain.h"
+#include "UpdateStage.h"
+
+namespace {
+
+const QString page = "https://download.example/velmora?a=1&b=%20#c";
+
+} // namespace
+
+/// What the browser is asked to open when the offer ends.
+class UpdaterDownloadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void download_opensHttpsAddressesOnly_data();
+    void download_opensHttpsAddressesOnly();
+    void anyOtherEnd_opensNothing_data();
+    void anyOtherEnd_opensNothing();
+};
+
+void UpdaterDownloadTest::initTestCase()
+{
+    QVERIFY2(trustedAuthority().isValid(), qPrintable(trustedAuthority().problem()));
+    QVERIFY2(!endpointIdentity().certificate.isNull(), qPrintable(trustedAuthority().problem()));
+}
+
+void UpdaterDownloadTest::download_opensHttpsAddressesOnly_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QStringList>("opened");
+
+    QTest::addRow("https") << page << QStringList(page);
+    QTest::addRow("https, other letters in capitals")
+        << "https://Download.Example/A" << QStringList("https://download.example/A");
+    QTest::addRow("https, blank inside")
+        << "https://a.example/a b" << QStringList("https://a.example/a%20b");
+    const char *const refused[] = {"",
+                                   "http://a.example/",
+                                   "HTTPS://a.example/",
+                                   "Https://a.example/",
+                                   "httpS://a.example/",
+                                   "ftp://a.example/",
+                                   "file:///etc/hostname",
+                                   "javascript:alert(1)",
+                                   "httpsx://a.example/",
+                                   "xhttps://a.example/",
+                                   "https",
+                                   "https//a.example/",
+                                   " https://a.example/",
+                                   "\thttps://a.example/",
+                                   "\nhttps://a.example/",
+                                   "a.example",
+                                   "//a.example/",
+                                   "/https:",
+                                   "https ://a.example/",
+                                   "%68ttps://a.example/",
+                                   "\"https://a.example/\""};
+    for (const char *address : refused)
+        QTest::addRow("\"%s\"", address) << address << QStringList();
+}
+
+void UpdaterDownloadTest::download_opensHttpsAddressesOnly()
+{
+    QTest::failOnWarning(QRegularExpression("^(?!This plugin does not support propagate)"));
+    QFETCH(QString, address);
+    UpdateStage stage;
+    stage.server.setAnswer(httpAnswer(updateDocument("2.0.0", address)));
+    stage.press("Download");
+    Updater updater;
+    updater.check(true);
+    QTRY_VERIFY(stage.isSettled());
+    QCOMPARE(stage.boxes().size(), 1);
+    QTEST(stage.opened(), "opened");
+}
+
+void UpdaterDownloadTest::anyOtherEnd_opensNothing_data()
+{
+    QTest::addColumn<QString>("end");
+    QTest::addRow("Later") << "Later";
+    QTest::addRow("Escape") << "Escape";
+    QTest::addRow("closing the window") << "close";
+    QTest::addRow("hiding the window") << "hide";
+}
+
+void UpdaterDownloadTest::anyOtherEnd_opensNothing()
+{
+    QFETCH(QString, end);
+    UpdateStage stage;
+    stage.server.setAnswer(httpAnswer(updateDocument("2.0.0", page)));
+    if (end == "Later")
+        stage.press(end);
+    else if (end == "Escape")
+        stage.setAction([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    else if (end == "hide")
+        stage.setAction([](QMessageBox &box) { box.hide(); });
+    Updater updater;
+    updater.check(false);
+    QTRY_VERIFY(stage.isSettled());
+    QCOMPARE(stage.boxes().size(), 1);
+    QVERIFY(stage.opened().isEmpty());
+}
+
+VELMORA_TEST_MAIN(UpdaterDownloadTest)
+#include "tst_UpdaterDownload.moc"
