@@ -22,7 +22,9 @@ QScreen *firstOtherScreen(const QScreen *operatorScreen)
 
 void showOnOtherScreen(QWidget &audienceWindow, const QWidget &operatorWindow)
 {
-    if (const QScreen *target = firstOtherScreen(operatorWindow.screen())) {
+    if (QScreen *target = firstOtherScreen(operatorWindow.screen())) {
+        // A window that has been shown elsewhere before would go full screen there again.
+        audienceWindow.setScreen(target);
         audienceWindow.setGeometry(target->geometry());
         audienceWindow.showFullScreen();
         return;

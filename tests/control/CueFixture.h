@@ -71,11 +71,12 @@ struct CueFixture : ControlFixture
     {
     }
 
-    /// Waits until the file has been opened, so that what follows happens at once.
-    bool waitForFile() const
+    /// Waits until the file has been opened, so that what follows happens at once; or until
+    /// it has turned out to be no sound.
+    bool waitForFile(QMediaPlayer::MediaStatus status = QMediaPlayer::LoadedMedia) const
     {
         return waitFor(&QMediaPlayer::mediaStatusChanged,
-                       [this] { return player->mediaStatus() == QMediaPlayer::LoadedMedia; });
+                       [=, this] { return player->mediaStatus() == status; });
     }
 
     /// Waits until it is well under way: asked to stop earlier, the oldest toolkit blocks.

@@ -375,7 +375,7 @@ void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing()
 {
     QFETCH(QString, path);
     CueFixture fixture(withCue(path));
-    QTRY_COMPARE(fixture.player->mediaStatus(), QMediaPlayer::InvalidMedia);
+    QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
     // Three zeroes with a test before each one, as an evening goes on.
     for (int i = 0; i < 3; ++i) {
         QElapsedTimer timer;
@@ -397,7 +397,7 @@ void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing()
 void ControlWindowCueFileTest::brokenFile_isReplacedByAGoodOne()
 {
     CueFixture fixture(withCue(files.file("text.wav", "This is no sound.\n")));
-    QTRY_COMPARE(fixture.player->mediaStatus(), QMediaPlayer::InvalidMedia);
+    QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
     fixture.window->onTimerTick(0);
     fixture.window->onStateChanged(false);
     const DialogScript script(files.sound("good.wav", 3000), DialogScript::End::Accept);

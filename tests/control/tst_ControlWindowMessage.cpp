@@ -83,7 +83,7 @@ void ControlWindowMessageTest::row_holdsEditPushAndClearInThisOrder()
 
     const int editWidth = edit.width();
     fixture.window->resize(fixture.window->width() + 100, fixture.window->height());
-    QTRY_COMPARE(messageEdit(fixture)->width(), editWidth + 100);
+    QVERIFY(QTest::qWaitFor([&] { return messageEdit(fixture)->width() == editWidth + 100; }));
 }
 
 void ControlWindowMessageTest::push_showsTheTrimmedText_data()

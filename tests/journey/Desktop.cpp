@@ -13,8 +13,9 @@
 namespace {
 
 constexpr int processTimeoutMs = 30'000;
-constexpr int visibleDifference = 48;
-constexpr double sameShare = 0.005;
+constexpr int visibleDifference = 64;
+constexpr int comparedHeight = 24;
+constexpr double sameShare = 0.015;
 
 /// The output of a tool; empty when it fails, as some do when a window has just gone.
 QString outputOf(const QString &tool, const QStringList &arguments)
@@ -62,30 +63,38 @@ QImage trimmed(const QImage &image, QRgb ground)
     return box.isNull() ? QImage() : image.copy(box);
 }
 
-QImage drawnText(const QString &text, const QString &styleSheet, const QColor &colour,
-                 const QColor &ground)
+QImage drawnText(const QString &text, const QColor &colour, const desktop::Lettering &lettering)
 {
     QLabel label(text);
-    label.setStyleSheet(styleSheet.arg(colour.name()) + "background-color:transparent;");
-    label.resize(label.sizeHint());
+    label.setAlignment(Qt::AlignCenter);
+    label.setStyleSheet(lettering.styleSheet.arg(colour.name()) + "background-color:transparent;");
+    label.resize(lettering.width, label.sizeHint().height());
     QImage image(label.size(), QImage::Format_RGB32);
-    image.fill(ground);
+    image.fill(lettering.ground);
     label.render(&image, {}, {}, QWidget::DrawChildren);
-    return trimmed(image, ground.rgb());
+    return trimmed(image, lettering.ground.rgb());
 }
 
+/// Whether two trimmed pictures show the same. A text may stand a fraction of a pixel further
+/// right in one of them, which changes its edges a little; so both are brought to one small
+/// size first, where an edge is a shade and only another character makes a visible difference.
 bool looksTheSame(const QImage &one, const QImage &other)
 {
-    if (one.isNull() || other.isNull() || one.size() != other.size())
+    constexpr int sizeTolerance = 2;
+    if (one.isNull() || other.isNull() || qAbs(one.width() - other.width()) > sizeTolerance
+        || qAbs(one.height() - other.height()) > sizeTolerance)
         return false;
+    const QSize size(one.width() * comparedHeight / one.height(), comparedHeight);
+    const QImage small = one.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage otherSmall = other.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     int different = 0;
-    for (int y = 0; y < one.height(); ++y) {
-        const QRgb *oneRow = line(one, y);
-        const QRgb *otherRow = line(other, y);
-        for (int x = 0; x < one.width(); ++x)
-            different += differ(oneRow[x], otherRow[x]) ? 1 : 0;
+    for (int y = 0; y < size.height(); ++y) {
+        const QRgb *row = line(small, y);
+        const QRgb *otherRow = line(otherSmall, y);
+        for (int x = 0; x < size.width(); ++x)
+            different += differ(row[x], otherRow[x]) ? 1 : 0;
     }
-    return different <= sameShare * one.width() * one.height();
+    return different <= sameShare * size.width() * size.height();
 }
 
 } // namespace
@@ -178,9 +187,23 @@ QImage desktop::grab(const QRect &area)
     return pixels.toImage().convertToFormat(QImage::Format_RGB32);
 }
 
+QImage desktop::grabWindow(const QString &title, const QRect &area)
+{
+    const QString id = windowId(title);
+    if (id.isEmpty())
+        return {};
+    const QPixmap pixels = QGuiApplication::primaryScreen()->grabWindow(
+        id.toULongLong(nullptr, 16), area.x(), area.y(), area.width(), area.height());
+    return pixels.toImage().convertToFormat(QImage::Format_RGB32);
+}
+
 bool desktop::shows(const QRect &area, const QColor &colour)
 {
-    const QImage image = grab(area);
+    return hasRun(grab(area), colour);
+}
+
+bool desktop::hasRun(const QImage &image, const QColor &colour)
+{
     for (int y = 0; y < image.height(); ++y) {
         const QRgb *row = line(image, y);
         int run = 0;
@@ -193,18 +216,10 @@ bool desktop::shows(const QRect &area, const QColor &colour)
     return false;
 }
 
-bool desktop::showsText(const QRect &area, const QString &text, const QString &styleSheet,
-                        const QColor &colour, const QColor &ground)
+bool desktop::isText(const QImage &image, const QString &text, const QColor &colour,
+                     const Lettering &lettering)
 {
-    return isText(grab(area), text, styleSheet, colour, ground);
-}
-
-bool desktop::isText(const QImage &image, const QString &text, const QString &styleSheet,
-                     const QColor &colour, const QColor &ground)
-{
-    trimmed(image, ground.rgb()).save("/tmp/j/a.png"); drawnText(text, styleSheet, colour, ground).save("/tmp/j/b.png");
-    return looksTheSame(trimmed(image, ground.rgb()),
-                        drawnText(text, styleSheet, colour, ground));
+    return looksTheSame(trimmed(image, lettering.ground.rgb()), drawnText(text, colour, lettering));
 }
 
 void desktop::unplugSecondMonitor()

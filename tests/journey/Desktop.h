@@ -18,7 +18,8 @@ constexpr QRect secondMonitor(1920, 0, 1920, 1080);
 /// The identifier of the visible window with exactly this title; empty when there is none.
 QString windowId(const QString &title);
 bool hasWindow(const QString &title);
-/// Its client area on the desktop; null when there is no such window.
+/// Its client area on the desktop, null when there is no such window. The place is exact for
+/// a window without a frame; the tool behind it counts a frame twice.
 QRect windowGeometry(const QString &title);
 /// The title of the window that has the keyboard.
 QString activeWindow();
@@ -38,16 +39,25 @@ void click(const QString &title, const QPoint &place);
 
 /// What is to be seen in a part of the desktop.
 QImage grab(const QRect &area);
-/// Whether a run of three pixels or more of that colour is there.
+/// What is to be seen in a part of a window's client area.
+QImage grabWindow(const QString &title, const QRect &area);
+/// Whether the image has a run of three pixels or more of that colour.
+bool hasRun(const QImage &image, const QColor &colour);
+/// The same for a part of the desktop.
 bool shows(const QRect &area, const QColor &colour);
-/// Whether the area holds exactly this text, and nothing else, drawn as a label with that
-/// style sheet draws it on that ground; "%1" in the style sheet stands for the colour.
-bool showsText(const QRect &area, const QString &text, const QString &styleSheet,
-               const QColor &colour, const QColor &ground);
+/// How a label draws its text.
+struct Lettering
+{
+    /// "%1" stands for the colour.
+    QString styleSheet;
+    QColor ground;
+    /// Width of the label, in whose middle the text stands.
+    int width = 0;
+};
 
-/// The same for a grab.
-bool isText(const QImage &image, const QString &text, const QString &styleSheet,
-            const QColor &colour, const QColor &ground);
+/// Whether the image holds exactly this text in this colour, and nothing else.
+bool isText(const QImage &image, const QString &text, const QColor &colour,
+            const Lettering &lettering);
 
 /// Unplugs the second monitor, and plugs it in again.
 void unplugSecondMonitor();

@@ -18,7 +18,9 @@ void Journey::cleanup()
                                                              QTest::currentTestFunction());
         desktop::grab(desktop::firstMonitor | desktop::secondMonitor).save(file);
         qInfo("What was to be seen then: %s", qPrintable(file));
+        program.kill();
     }
+    desktop::plugInSecondMonitor();
     if (program.isRunning())
         QVERIFY(program.close());
     QCOMPARE(program.complaints(), QByteArray());

@@ -15,18 +15,20 @@ const QColor controlGround(0x1c, 0x1c, 0x1c);
 // Where the figure and the message line of a full-screen Output window may be; the clock
 // between them and the bar below stay outside.
 constexpr QRect figureArea(1920, 150, 1920, 470);
+constexpr QRect controlFigureArea(100, 62, 360, 78);
 constexpr QRect messageArea(1920, 960, 1920, 80);
 
-const QString controlFigureStyle = QStringLiteral(
-    "color:%1;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
-const QString messageStyle = QStringLiteral("color:%1;font-size:36px;"
-                                            "font-family:'Segoe UI', sans-serif;");
+const desktop::Lettering controlFigure{
+    "color:%1;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;",
+    controlGround, controlPlace.width() - 24};
+const desktop::Lettering message{"color:%1;font-size:36px;font-family:'Segoe UI', sans-serif;",
+                                 Qt::black, 1920 - 60};
 
-/// "%1" is left for the colour.
-QString outputFigureStyle(int pixelSize)
+desktop::Lettering outputFigure(int pixelSize)
 {
-    return "color:%1;font-size:" + QString::number(pixelSize)
-        + "px;font-weight:bold;font-family:monospace;";
+    return {"color:%1;font-size:" + QString::number(pixelSize)
+                + "px;font-weight:bold;font-family:monospace;",
+            Qt::black, 1920 - 60};
 }
 
 QString figureText(int seconds)
@@ -43,6 +45,11 @@ bool waitUntil(Condition condition)
 } // namespace
 
 Program::~Program()
+{
+    kill();
+}
+
+void Program::kill()
 {
     if (process.state() == QProcess::NotRunning)
         return;
@@ -82,7 +89,7 @@ bool Program::isRunning() const
 QByteArray Program::complaints()
 {
     static const QRegularExpression soundServer(
-        "^(PulseAudioService:|qt\\.multimedia|ALSA lib|Cannot connect to (server|PulseAudio))");
+        "^(PulseAudioService:|qt\\.multimedia|ALSA lib|Failed to open VDPAU backend|libva )");
     standardError += process.readAllStandardError();
     QByteArray rest;
     const QList<QByteArray> lines = standardError.split('\n');
@@ -98,7 +105,7 @@ QByteArray Program::complaints()
 bool Program::findSetButton()
 {
     constexpr int leastRun = 40;
-    const QImage image = desktop::grab(desktop::windowGeometry(controlTitle));
+    const QImage image = desktop::grabWindow(controlTitle, QRect(QPoint(0, 0), controlPlace.size()));
     int rowAbove = -1;
     for (int y = 0; y < image.height(); ++y) {
         int run = 0;
@@ -181,14 +188,15 @@ void Program::setTime(int minutes, int seconds)
 
 bool outputShows(const QString &figure, const QColor &colour, int pixelSize)
 {
-    return desktop::showsText(figureArea, figure, outputFigureStyle(pixelSize), colour, Qt::black);
+    return desktop::isText(desktop::grab(figureArea), figure, colour, outputFigure(pixelSize));
 }
 
 int outputSeconds(int most, const QColor &colour, int pixelSize)
 {
+    constexpr int longestSearch = 240;
     const QImage image = desktop::grab(figureArea);
-    for (int seconds = most; seconds >= 0; --seconds) {
-        if (desktop::isText(image, figureText(seconds), outputFigureStyle(pixelSize), colour, Qt::black))
+    for (int seconds = most; seconds >= qMax(0, most - longestSearch); --seconds) {
+        if (desktop::isText(image, figureText(seconds), colour, outputFigure(pixelSize)))
             return seconds;
     }
     return -1;
@@ -196,14 +204,18 @@ int outputSeconds(int most, const QColor &colour, int pixelSize)
 
 bool controlShows(const QString &figure, const QColor &colour)
 {
-    const QPoint corner = desktop::windowGeometry(controlTitle).topLeft();
-    const QRect area(corner + QPoint(100, 62), QSize(360, 78));
-    return desktop::showsText(area, figure, controlFigureStyle, colour, controlGround);
+    return desktop::isText(desktop::grabWindow(controlTitle, controlFigureArea), figure, colour,
+                           controlFigure);
 }
 
-bool outputShowsMessage(const QString &message)
+bool controlShows(const QColor &colour)
 {
-    return desktop::showsText(messageArea, message, messageStyle, messageColour, Qt::black);
+    return desktop::hasRun(desktop::grabWindow(controlTitle, controlFigureArea), colour);
+}
+
+bool outputShowsMessage(const QString &text)
+{
+    return desktop::isText(desktop::grab(messageArea), text, messageColour, message);
 }
 
 bool outputShowsNoMessage()

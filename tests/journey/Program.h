@@ -30,7 +30,6 @@ class Program
 {
 public:
     Program() = default;
-    /// Kills the program if a failed test has left it running.
     ~Program();
 
     /// Starts it and waits for both windows; the Control window is then laid out so that
@@ -41,6 +40,8 @@ public:
     /// Waits for the process to end by itself; true when it does so with status 0.
     bool hasEnded();
     bool isRunning() const;
+    /// Ends it the hard way, after a failure.
+    void kill();
     /// What the program itself wrote to standard error, without the toolkit's complaints
     /// about a missing sound server.
     QByteArray complaints();
@@ -71,12 +72,14 @@ private:
 /// Whether the full-screen Output window shows exactly this figure; a blinking one is seen
 /// every other half second. @p pixelSize is the figure's at a height of 1080 pixels.
 bool outputShows(const QString &figure, const QColor &colour, int pixelSize = 300);
-/// The seconds that the full-screen Output window shows, from @p most down to 0; -1 when it
-/// shows nothing of that kind.
+/// The seconds that the full-screen Output window shows, from @p most down to four minutes
+/// less; -1 when it shows nothing of that kind.
 int outputSeconds(int most, const QColor &colour, int pixelSize);
 /// Whether the Control window shows exactly this figure.
 bool controlShows(const QString &figure, const QColor &colour);
+/// Whether anything of the Control window's figure has the colour.
+bool controlShows(const QColor &colour);
 /// Whether the Output window shows exactly this message.
-bool outputShowsMessage(const QString &message);
+bool outputShowsMessage(const QString &text);
 /// Whether the Output window's message line is empty.
 bool outputShowsNoMessage();

@@ -68,7 +68,7 @@ int runTest(int argc, char *argv[], const TestPlatform &platform,
         if (!file.open(QIODevice::WriteOnly) || file.write(screenList(platform)) < 0)
             qFatal("No screen list for the offscreen platform");
         file.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + path.toUtf8());
+        qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
     }
 
     QApplication application(argc, argv);

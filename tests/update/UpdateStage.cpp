@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDesktopServices>
+#include <QEventLoop>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkProxy>
@@ -13,6 +14,8 @@
 #include "Maker.h"
 
 namespace {
+
+constexpr int patienceMs = 20000;
 
 // "" takes what has no scheme at all.
 const QStringList schemes{"https", "http", "ftp", "file", "javascript", ""};
@@ -41,6 +44,7 @@ SeenBox note(const QMessageBox &box)
 
 UpdateStage::UpdateStage()
 {
+    QApplication::setQuitOnLastWindowClosed(false); // no window of the program is around
     server.setIdentity(endpointIdentity());
     QNetworkProxy::setApplicationProxy(
         QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", server.serverPort()));
@@ -72,6 +76,25 @@ void UpdateStage::press(const QString &buttonText)
         box.close();
         QFAIL(qPrintable("No button " + buttonText));
     };
+}
+
+bool UpdateStage::settle(int count)
+{
+    return waitUntil([this, count] { return isSettled(count); });
+}
+
+bool UpdateStage::waitUntil(const std::function<bool()> &condition)
+{
+    QEventLoop loop;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (condition())
+            loop.quit();
+    });
+    poll.start(5);
+    QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    return condition();
 }
 
 bool UpdateStage::isSettled(int count) const

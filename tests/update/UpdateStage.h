@@ -55,8 +55,13 @@ public:
     QStringList opened() const { return addresses; }
     /// The requests' replies so far; null for one that is destroyed.
     QList<QPointer<QNetworkReply>> replies() const { return tracked; }
-    /// Whether @p count replies have come, every one is destroyed, and no box is open.
-    bool isSettled(int count = 1) const;
+    /// Runs the event loop until @p count replies have come, every one is destroyed, and no
+    /// box is open; false if that takes longer than it ever should.
+    bool settle(int count = 1);
+    /// Runs the event loop until @p condition is met; false as above. Message boxes must
+    /// open below an event loop, as they do in the program: without one around it, a box's
+    /// own loop would run deletions that are due only after it.
+    bool waitUntil(const std::function<bool()> &condition);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -64,6 +69,7 @@ public slots:
     void open(const QUrl &url);
 
 private:
+    bool isSettled(int count) const;
     void lookForBox();
 
     std::function<void(QMessageBox &)> act;

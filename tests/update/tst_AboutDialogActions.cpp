@@ -83,12 +83,12 @@ void AboutDialogActionsTest::updateButton_checksAndIsDisabled()
     dialog.show();
     QTest::mouseClick(AboutCard(dialog).updateButton(), Qt::LeftButton);
     QVERIFY(!AboutCard(dialog).updateButton()->isEnabled());
-    QTRY_COMPARE(stage.boxes().size(), 1);
+    QVERIFY(stage.waitUntil([&] { return stage.boxes().size() == 1; }));
     QCOMPARE(stage.boxes().constFirst().text, "You're up to date.\nVersion 1.1.4");
     // The answer does not bring the button back.
     QVERIFY(!AboutCard(dialog).updateButton()->isEnabled());
     dialog.hide();
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
 }
 
 void AboutDialogActionsTest::updateButton_cannotBePressedTwice()
@@ -104,7 +104,7 @@ void AboutDialogActionsTest::updateButton_cannotBePressedTwice()
     QCOMPARE(stage.server.requests().size(), 1);
     stage.server.answerLater(0, httpAnswer(""));
     dialog.hide();
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
 }
 
 // In real time: one card with a check that is never answered, one whose check fails at
@@ -142,7 +142,7 @@ void AboutDialogActionsTest::updateButton_comesBackAfterFiveSeconds()
     QVERIFY(!stage.replies().constFirst()->isFinished());
     stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
     stage.server.answerLater(3, httpAnswer(updateDocument("1.1.4")));
-    QTRY_VERIFY(stage.isSettled(4));
+    QVERIFY(stage.settle(4));
     QCOMPARE(stage.boxes().size(), 2);
 }
 
@@ -158,7 +158,7 @@ void AboutDialogActionsTest::closedDialog_leavesItsCheckRunning()
     QVERIFY(manager);
 
     stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     QVERIFY(manager);
 }

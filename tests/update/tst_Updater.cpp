@@ -144,7 +144,7 @@ void UpdaterTest::check_asksTheEndpointThroughTheTunnel()
     stage.server.setAnswer(httpAnswer("{}"));
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.server.tunnels(), QList<QByteArray>{QByteArray(makerUpdateHost) + ":443"});
 }
 
@@ -154,7 +154,7 @@ void UpdaterTest::check_sendsOneGetRequest()
     stage.server.setAnswer(httpAnswer("{}"));
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.server.requests().size(), 1);
     const QList<QByteArray> lines = stage.server.requests().constFirst().split('\n');
     QCOMPARE(lines.constFirst(), "GET /api/versions.json HTTP/1.1\r");
@@ -168,7 +168,7 @@ void UpdaterTest::check_sendsTheUserAgentOnce()
     stage.server.setAnswer(httpAnswer("{}"));
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
 
     QList<QByteArray> values;
     const QList<QByteArray> lines = stage.server.requests().constFirst().split('\n');
@@ -208,7 +208,7 @@ void UpdaterTest::twoChecks_sendTwoRequests()
     Updater updater;
     updater.check(true);
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled(2));
+    QVERIFY(stage.settle(2));
     QCOMPARE(stage.server.requests().size(), 2);
 }
 
@@ -225,7 +225,7 @@ void UpdaterTest::checkForPerson_isNeverDeleted()
 
     stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
     stage.server.answerLater(1, httpAnswer(updateDocument("1.1.4")));
-    QTRY_VERIFY(stage.isSettled(2));
+    QVERIFY(stage.settle(2));
     QCOMPARE(stage.boxes().size(), 2);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(first);

@@ -63,7 +63,7 @@ void UpdaterOfferTest::newerVersion_isOffered()
     stage.server.setAnswer(httpAnswer(updateDocument(version, page)));
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     QCOMPARE(stage.boxes().constFirst().text,
              "<b>Velmora " + version + " is available</b><br>You have 1.1.4.");
@@ -90,7 +90,7 @@ void UpdaterOfferTest::sameOrOlderVersion_isConfirmedToAPersonOnly()
     stage.server.setAnswer(httpAnswer(updateDocument(version, page, "Notes")));
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), silent ? 0 : 1);
     if (!silent)
         QCOMPARE(stage.boxes().constFirst().text, "You're up to date.\nVersion 1.1.4");
@@ -103,7 +103,7 @@ void UpdaterOfferTest::offer_looksLikeThis()
     stage.server.setAnswer(httpAnswer(updateDocument("1.2.0", page, "Faster start.")));
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     const SeenBox box = stage.boxes().constFirst();
     QCOMPARE(box.title, QString::fromUtf8("Update Available \u2014 Velmora"));
@@ -125,7 +125,7 @@ void UpdaterOfferTest::confirmation_looksLikeThis()
     stage.server.setAnswer(httpAnswer(updateDocument("1.1.4", page, "Faster start.")));
     Updater updater;
     updater.check(false);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     const SeenBox box = stage.boxes().constFirst();
     QCOMPARE(box.title, "Velmora");
@@ -153,7 +153,7 @@ void UpdaterOfferTest::versionText_isShownAsReceived()
     stage.server.setAnswer(httpAnswer(updateDocument(version)));
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     QCOMPARE(stage.boxes().constFirst().text,
              QString("<b>Velmora ") + version + " is available</b><br>You have 1.1.4.");
@@ -170,7 +170,7 @@ void UpdaterOfferTest::freshUpdater_isSilent()
         QMetaObject::invokeMethod(&updater, "onReply", Q_ARG(QNetworkReply *, reply));
     });
     network.get(QNetworkRequest(QUrl(QString("https://") + makerUpdateHost)));
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QVERIFY(stage.boxes().isEmpty());
 }
 
@@ -195,7 +195,7 @@ void UpdaterOfferTest::answerInFlight_isTreatedInTheLastMode()
     QTRY_COMPARE(stage.server.requests().size(), 2);
     stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
     stage.server.answerLater(1, httpAnswer(updateDocument("1.1.4")));
-    QTRY_VERIFY(stage.isSettled(2));
+    QVERIFY(stage.settle(2));
     QTEST(int(stage.boxes().size()), "boxes");
 }
 
@@ -222,7 +222,7 @@ void UpdaterOfferTest::otherReplies_areServedWhileABoxIsOpen()
         box.close();
         below->close();
     });
-    QTRY_VERIFY(stage.isSettled(2));
+    QVERIFY(stage.settle(2));
     QCOMPARE(stage.boxes().size(), 2);
 }
 

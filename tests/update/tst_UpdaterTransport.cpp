@@ -102,7 +102,7 @@ void UpdaterTransportTest::goodTransfer_isAnswered()
     stage.server.setAnswers(answers);
     Updater updater;
     updater.check(true);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QTEST(int(stage.server.requests().size()), "requests");
     QCOMPARE(stage.boxes().size(), 1);
     QCOMPARE(stage.boxes().constFirst().text,
@@ -156,7 +156,7 @@ void UpdaterTransportTest::badTransfer_saysNothing()
     stage.server.setAnswers({answer});
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QVERIFY(!stage.server.requests().isEmpty());
     QVERIFY(stage.boxes().isEmpty());
     QVERIFY(stage.opened().isEmpty());
@@ -192,7 +192,7 @@ void UpdaterTransportTest::wrongCertificate_saysNothingAndSendsNothing()
 
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.server.tunnels().size(), 1);
     QVERIFY(stage.server.requests().isEmpty());
     QVERIFY(stage.boxes().isEmpty());
@@ -210,7 +210,7 @@ void UpdaterTransportTest::refusedTunnel_saysNothing()
     stage.server.setGrantsTunnels(false);
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QVERIFY(!stage.server.tunnels().isEmpty());
     QVERIFY(stage.boxes().isEmpty());
 }
@@ -232,7 +232,7 @@ void UpdaterTransportTest::noNetwork_saysNothing()
 
     Updater updater;
     updater.check(silent);
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QVERIFY(stage.server.tunnels().isEmpty());
     QVERIFY(stage.boxes().isEmpty());
 }
@@ -255,7 +255,7 @@ void UpdaterTransportTest::silentServer_isWaitedFor()
     QVERIFY(!stage.replies().constFirst()->isFinished());
 
     stage.server.answerLater(0, httpAnswer(newerBody));
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
 }
 
@@ -266,7 +266,7 @@ void UpdaterTransportTest::destructionWhileWaiting_endsTheRequest()
     updater->check(false);
     QTRY_COMPARE(stage.server.requests().size(), 1);
     updater.reset();
-    QTRY_VERIFY(stage.isSettled());
+    QVERIFY(stage.settle());
     QVERIFY(stage.boxes().isEmpty());
 }
 
@@ -277,10 +277,10 @@ void UpdaterTransportTest::failedCheck_canBeRepeated()
         {{httpAnswer("", "500 Internal Server Error")}, {httpAnswer(newerBody)}});
     Updater updater;
     updater.check(false);
-    QTRY_VERIFY(stage.isSettled(1));
+    QVERIFY(stage.settle(1));
     QVERIFY(stage.boxes().isEmpty());
     updater.check(false);
-    QTRY_VERIFY(stage.isSettled(2));
+    QVERIFY(stage.settle(2));
     QCOMPARE(stage.boxes().size(), 1);
 }
 

@@ -1,0 +1,125 @@
+#include <QTest>
+
+#include "Desktop.h"
+#include "Journey.h"
+#include "Store.h"
+#include "TestMain.h"
+
+/// Where the built program's windows go, and how they end.
+class JourneyWindows : public Journey
+{
+    Q_OBJECT
+
+private slots:
+    void start_placesOutputFullScreenOnTheSecondMonitor();
+    void toggleKey_hidesAndShowsOutput();
+    void toggleButton_hidesAndShowsOutput();
+    void keys_workWhileOutputHasTheFocus();
+    void preview_showsWhatTheAudienceSeesAndGoesWithIt();
+    void closing_withThePreviewOpen_endsTheProgram();
+    void closingOutput_leavesTheProgramRunning();
+    void oneMonitor_givesAnOrdinaryOutputWindow();
+    void secondMonitorUnplugged_hideAndShowGivesAnOrdinaryWindow();
+};
+
+void JourneyWindows::start_placesOutputFullScreenOnTheSecondMonitor()
+{
+    QVERIFY(program.start());
+    AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
+    AWAIT(outputShows("05:00", normalColour));
+    QVERIFY(program.close());
+    QVERIFY(!desktop::hasWindow(outputTitle));
+}
+
+void JourneyWindows::toggleKey_hidesAndShowsOutput()
+{
+    QVERIFY(program.start());
+    AWAIT(outputShows("05:00", normalColour));
+    desktop::press("o");
+    AWAIT(!desktop::hasWindow(outputTitle));
+    AWAIT(!desktop::shows(desktop::secondMonitor, normalColour));
+    desktop::press("o");
+    AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
+    AWAIT(outputShows("05:00", normalColour));
+}
+
+void JourneyWindows::toggleButton_hidesAndShowsOutput()
+{
+    QVERIFY(program.start());
+    program.clickToggleOutput();
+    AWAIT(!desktop::hasWindow(outputTitle));
+    program.clickToggleOutput();
+    AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
+}
+
+void JourneyWindows::keys_workWhileOutputHasTheFocus()
+{
+    QVERIFY(program.start());
+    desktop::click(outputTitle, QPoint(960, 200));
+    AWAIT(desktop::activeWindow() == outputTitle);
+    desktop::press("Up");
+    AWAIT(outputShows("06:00", normalColour));
+    desktop::press("o");
+    AWAIT(!desktop::hasWindow(outputTitle));
+}
+
+void JourneyWindows::preview_showsWhatTheAudienceSeesAndGoesWithIt()
+{
+    QVERIFY(program.start());
+    program.clickPreview();
+    AWAIT(desktop::hasWindow(previewTitle));
+    QCOMPARE(desktop::windowGeometry(previewTitle).size(), QSize(640, 360));
+    const QRect wholePreview(0, 0, 640, 360);
+    AWAIT(desktop::hasRun(desktop::grabWindow(previewTitle, wholePreview), normalColour));
+    desktop::press("o");
+    AWAIT(!desktop::hasWindow(previewTitle));
+    QVERIFY(program.isRunning());
+}
+
+void JourneyWindows::closing_withThePreviewOpen_endsTheProgram()
+{
+    QVERIFY(program.start());
+    program.clickPreview();
+    AWAIT(desktop::hasWindow(previewTitle));
+    desktop::closeWindow(controlTitle);
+    QVERIFY(program.hasEnded());
+}
+
+void JourneyWindows::closingOutput_leavesTheProgramRunning()
+{
+    QVERIFY(program.start());
+    desktop::closeWindow(outputTitle);
+    AWAIT(!desktop::hasWindow(outputTitle));
+    QVERIFY(program.isRunning());
+    desktop::press("o");
+    AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
+}
+
+void JourneyWindows::oneMonitor_givesAnOrdinaryOutputWindow()
+{
+    desktop::unplugSecondMonitor();
+    QVERIFY(program.start());
+    QCOMPARE(desktop::windowGeometry(outputTitle).size(), QSize(800, 500));
+    QVERIFY(desktop::firstMonitor.intersects(desktop::windowGeometry(outputTitle)));
+}
+
+void JourneyWindows::secondMonitorUnplugged_hideAndShowGivesAnOrdinaryWindow()
+{
+    QVERIFY(program.start());
+    AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
+    desktop::unplugSecondMonitor();
+    // The window manager moves it over to the monitor that is left; it goes on counting and
+    // takes keys there.
+    AWAIT(desktop::shows(desktop::firstMonitor, normalColour));
+    desktop::press("Down", 5);
+    AWAIT(desktop::shows(desktop::firstMonitor, criticalColour));
+    desktop::press("o");
+    AWAIT(!desktop::hasWindow(outputTitle));
+    desktop::press("o");
+    AWAIT(desktop::windowGeometry(outputTitle).size() == QSize(800, 500));
+    QVERIFY(desktop::firstMonitor.intersects(desktop::windowGeometry(outputTitle)));
+    AWAIT(desktop::hasRun(desktop::grabWindow(outputTitle, QRect(0, 0, 800, 500)), criticalColour));
+}
+
+VELMORA_TEST_MAIN(JourneyWindows)
+#include "tst_JourneyWindows.moc"
