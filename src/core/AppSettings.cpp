@@ -10,6 +10,9 @@ namespace {
 constexpr char storeOrganization[] = "Velmora";
 constexpr char storeApplication[] = "Velmora";
 
+// Far more presets than anyone keeps: a damaged size must not hold the start up.
+constexpr int mostPresets = 10000;
+
 bool readBool(const QSettings &store, const char *key, bool fallback)
 {
     return store.value(QLatin1String(key), fallback).toBool();
@@ -68,7 +71,7 @@ void loadSettings(AppSettings &settings)
     settings.shortcutMinusMin = readText(store, "shortcutMinusMin", "Down");
     settings.shortcutToggleOutput = readText(store, "shortcutToggleOutput", "O");
 
-    const int presetCount = store.beginReadArray(QStringLiteral("presets"));
+    const int presetCount = std::min(store.beginReadArray(QStringLiteral("presets")), mostPresets);
     if (presetCount < 1) {
         // An empty list never survives a restart: the presets from before the load stay.
         store.endArray();

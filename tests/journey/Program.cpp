@@ -14,7 +14,7 @@ const QColor controlGround(0x1c, 0x1c, 0x1c);
 
 // Where the figure and the message line of a full-screen Output window may be; the clock
 // between them and the bar below stay outside.
-constexpr QRect figureArea(1920, 150, 1920, 470);
+constexpr QRect figureArea(1920, 150, 1920, 430);
 constexpr QRect controlFigureArea(100, 62, 360, 78);
 constexpr QRect messageArea(1920, 960, 1920, 80);
 

@@ -19,9 +19,10 @@ QByteArray storeBytes()
 void writeStoreBytes(const QByteArray &bytes)
 {
     const QString path = storeFilePath();
-    // Removed first: a settings object caches a file by size and time, both of which a test
-    // could reproduce by accident.
+    // A settings object remembers a file by size and time, both of which a test could
+    // reproduce by accident; one that finds the file gone forgets it.
     QFile::remove(path);
+    storeFilePath();
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())

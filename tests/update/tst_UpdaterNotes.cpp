@@ -3,12 +3,40 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QProxyStyle>
 #include <QTest>
 #include <QTextDocument>
 
 #include "StyleSheet.h"
 #include "TestMain.h"
 #include "UpdateStage.h"
+
+namespace {
+
+// Styles differ in whether a message box's texts can be selected, and a label that can do
+// so treats its text in another way.
+class MessageStyle : public QProxyStyle
+{
+public:
+    explicit MessageStyle(bool selectable)
+        : QProxyStyle("Fusion")
+        , selectable(selectable)
+    {
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        if (hint == SH_MessageBox_TextInteractionFlags)
+            return selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+
+private:
+    bool selectable;
+};
+
+} // namespace
 
 /// The release notes: what the box holds, and what a person reads.
 class UpdaterNotesTest : public QObject
@@ -22,6 +50,7 @@ private slots:
     void releaseNotes_areEscaped();
     void releaseNotes_areReadAsWritten_data();
     void releaseNotes_areReadAsWritten();
+    void releaseNotes_growTheBoxByTheirLines_data();
     void releaseNotes_growTheBoxByTheirLines();
 };
 
@@ -29,7 +58,6 @@ void UpdaterNotesTest::initTestCase()
 {
     QVERIFY2(trustedAuthority().isValid(), qPrintable(trustedAuthority().problem()));
     QVERIFY2(!endpointIdentity().certificate.isNull(), qPrintable(trustedAuthority().problem()));
-    qApp->setStyleSheet(applicationStyleSheet());
 }
 
 void UpdaterNotesTest::releaseNotes_areEscaped_data()
@@ -73,20 +101,22 @@ void UpdaterNotesTest::releaseNotes_areEscaped()
 void UpdaterNotesTest::releaseNotes_areReadAsWritten_data()
 {
     QTest::addColumn<QString>("notes");
-    QTest::addRow("plain") << "Faster start.";
-    QTest::addRow("ampersand and brackets") << "Fixes & more <beta>";
-    QTest::addRow("ampersand alone") << "Fixes & more";
-    QTest::addRow("quotes alone") << "The \"big\" one";
-    QTest::addRow("mark-up") << "<b>Fixes</b><br>and <img src='x'>";
-    QTest::addRow("entities") << "&lt;b&gt; &amp;amp;";
-    QTest::addRow("plain lines") << "Faster start.\n\n- one\n- two";
-    QTest::addRow("lines with brackets") << "Fixes <beta>\n\n  - one & two\n  - three";
+    QTest::addColumn<bool>("selectable");
+    for (const char *notes :
+         {"Faster start.", "Fixes & more <beta>", "Fixes & more", "The \"big\" one",
+          "<b>Fixes</b><br>and <img src='x'>", "&lt;b&gt; &amp;amp;",
+          "Faster start.\n\n- one\n- two", "Fixes <beta>\n\n  - one & two\n  - three"}) {
+        QTest::addRow("%s, selectable", notes) << notes << true;
+        QTest::addRow("%s, not selectable", notes) << notes << false;
+    }
 }
 
 // The box holds the escaped text; the eye gets what the label makes of it.
 void UpdaterNotesTest::releaseNotes_areReadAsWritten()
 {
     QFETCH(QString, notes);
+    QFETCH(bool, selectable);
+    qApp->setStyle(new MessageStyle(selectable));
     UpdateStage stage;
     stage.server.setAnswer(httpAnswer(updateDocument("2.0.0", "https://a.example/", notes)));
     QString read;
@@ -107,8 +137,17 @@ void UpdaterNotesTest::releaseNotes_areReadAsWritten()
     QCOMPARE(read, notes);
 }
 
+void UpdaterNotesTest::releaseNotes_growTheBoxByTheirLines_data()
+{
+    QTest::addColumn<QString>("styleSheet");
+    QTest::addRow("dressed") << applicationStyleSheet();
+    QTest::addRow("bare") << QString();
+}
+
 void UpdaterNotesTest::releaseNotes_growTheBoxByTheirLines()
 {
+    QFETCH(QString, styleSheet);
+    qApp->setStyleSheet(styleSheet);
     const auto heightWith = [](const QString &notes) {
         UpdateStage stage;
         stage.server.setAnswer(httpAnswer(updateDocument("2.0.0", "https://a.example/", notes)));
