@@ -33,5 +33,9 @@ void showOnOtherScreen(QWidget &audienceWindow, const QWidget &operatorWindow)
     // it would come back full screen, on top of the operator's window.
     audienceWindow.setWindowState(Qt::WindowNoState);
     audienceWindow.resize(ordinarySize);
+    // Nor may it come back where that screen was.
+    const QRect available = operatorWindow.screen()->availableGeometry();
+    if (!available.contains(audienceWindow.geometry().center()))
+        audienceWindow.move(available.topLeft());
     audienceWindow.show();
 }

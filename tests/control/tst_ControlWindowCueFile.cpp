@@ -28,7 +28,11 @@ QLabel *fileLabel(const ControlFixture &fixture)
 class DialogScript
 {
 public:
-    enum class End { Accept, Cancel };
+    enum class End
+    {
+        Accept,
+        Cancel
+    };
 
     // Without a path the name is left empty.
     DialogScript(const QString &path, End end)
@@ -164,12 +168,18 @@ void ControlWindowCueFileTest::label_showsTheFileNameOnly_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("text");
     QTest::newRow("none") << "" << noFile;
-    QTest::newRow("in folders") << "/music/cues/gong.wav" << "gong.wav";
-    QTest::newRow("in the root") << "/gong.wav" << "gong.wav";
-    QTest::newRow("relative") << "gong.wav" << "gong.wav";
-    QTest::newRow("two dots") << "/music/final.gong.ogg" << "final.gong.ogg";
-    QTest::newRow("no suffix") << "/music.d/gong" << "gong";
-    QTest::newRow("blanks") << "/my music/big gong.mp3" << "big gong.mp3";
+    QTest::newRow("in folders") << "/music/cues/gong.wav"
+                                << "gong.wav";
+    QTest::newRow("in the root") << "/gong.wav"
+                                 << "gong.wav";
+    QTest::newRow("relative") << "gong.wav"
+                              << "gong.wav";
+    QTest::newRow("two dots") << "/music/final.gong.ogg"
+                              << "final.gong.ogg";
+    QTest::newRow("no suffix") << "/music.d/gong"
+                               << "gong";
+    QTest::newRow("blanks") << "/my music/big gong.mp3"
+                            << "big gong.mp3";
 }
 
 void ControlWindowCueFileTest::label_showsTheFileNameOnly()
@@ -239,8 +249,8 @@ void ControlWindowCueFileTest::browse_asksForAnAudioFile()
     fixture.button(QStringLiteral("Browse\u2026"))->click();
     QVERIFY(script.ran);
     QCOMPARE(script.caption, QStringLiteral("Select Sound File"));
-    QCOMPARE(script.filters, QStringList({"Audio Files (*.wav *.mp3 *.ogg *.flac *.aac)",
-                                          "All Files (*)"}));
+    QCOMPARE(script.filters,
+             QStringList({"Audio Files (*.wav *.mp3 *.ogg *.flac *.aac)", "All Files (*)"}));
     QCOMPARE(script.parent, fixture.window.get());
     QCOMPARE(script.fileMode, QFileDialog::ExistingFile);
     QCOMPARE(script.acceptMode, QFileDialog::AcceptOpen);

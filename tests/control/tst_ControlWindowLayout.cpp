@@ -58,8 +58,7 @@ QStringList outlineOfItems(const QLayout &layout)
 
 QString outline(const QLayout &layout)
 {
-    return QLatin1Char('[') + outlineOfItems(layout).join(QStringLiteral(" | "))
-           + QLatin1Char(']');
+    return QLatin1Char('[') + outlineOfItems(layout).join(QStringLiteral(" | ")) + QLatin1Char(']');
 }
 
 QBoxLayout *mainLayout(const ControlFixture &fixture)
@@ -70,7 +69,7 @@ QBoxLayout *mainLayout(const ControlFixture &fixture)
 QScrollArea *scrollArea(const ControlFixture &fixture)
 {
     return fixture.window->centralWidget()->findChild<QScrollArea *>(QString(),
-                                                                    Qt::FindDirectChildrenOnly);
+                                                                     Qt::FindDirectChildrenOnly);
 }
 
 QBoxLayout *contentLayout(const ControlFixture &fixture)
@@ -141,10 +140,10 @@ void ControlWindowLayoutTest::window_takesItsParent()
 void ControlWindowLayoutTest::mainColumn_holdsItsItemsFromTopToBottom()
 {
     const ControlFixture fixture;
-    QCOMPARE(outlineOfItems(*mainLayout(fixture)),
-             QStringList({"[button   VELMORA | stretch | button ⚙]", "line", "label 05:00",
-                          "scroll area", "line",
-                          "[button ▶  Show Output Window | button Preview]"}));
+    QCOMPARE(
+        outlineOfItems(*mainLayout(fixture)),
+        QStringList({"[button   VELMORA | stretch | button ⚙]", "line", "label 05:00",
+                     "scroll area", "line", "[button ▶  Show Output Window | button Preview]"}));
     QCOMPARE(mainLayout(fixture)->direction(), QBoxLayout::TopToBottom);
 }
 

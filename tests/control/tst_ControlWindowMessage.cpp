@@ -90,13 +90,19 @@ void ControlWindowMessageTest::push_showsTheTrimmedText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("message");
-    QTest::newRow("word") << "Hello" << "Hello";
-    QTest::newRow("blanks around") << "   Hello   " << "Hello";
-    QTest::newRow("blanks inside") << " five  minutes left " << "five  minutes left";
-    QTest::newRow("tabs") << "\tHello\t" << "Hello";
+    QTest::newRow("word") << "Hello"
+                          << "Hello";
+    QTest::newRow("blanks around") << "   Hello   "
+                                   << "Hello";
+    QTest::newRow("blanks inside") << " five  minutes left "
+                                   << "five  minutes left";
+    QTest::newRow("tabs") << "\tHello\t"
+                          << "Hello";
     QTest::newRow("no-break blank") << QStringLiteral("\u00a0Hello\u00a0") << "Hello";
-    QTest::newRow("mark-up") << "<b>Hello</b>" << "<b>Hello</b>";
-    QTest::newRow("place marker") << "100 %1" << "100 %1";
+    QTest::newRow("mark-up") << "<b>Hello</b>"
+                             << "<b>Hello</b>";
+    QTest::newRow("place marker") << "100 %1"
+                                  << "100 %1";
     QTest::newRow("200 characters") << QString(200, 'W') << QString(200, 'W');
 }
 

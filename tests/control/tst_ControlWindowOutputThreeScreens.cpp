@@ -35,9 +35,9 @@ void ControlWindowOutputThreeScreensTest::toggle_takesTheFirstListedScreenThatIs
     QFETCH(int, audienceScreen);
     const QList<QScreen *> screens = QGuiApplication::screens();
     ControlFixture fixture;
-    fixture.window->setGeometry(QRect(screens.at(operatorScreen)->geometry().topLeft(),
-                                      QSize(800, 900))
-                                    .translated(100, 100));
+    fixture.window->setGeometry(
+        QRect(screens.at(operatorScreen)->geometry().topLeft(), QSize(800, 900))
+            .translated(100, 100));
     fixture.window->show();
     QCOMPARE(fixture.window->screen(), screens.at(operatorScreen));
     fixture.window->toggleOutput();

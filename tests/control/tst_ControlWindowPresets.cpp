@@ -181,8 +181,7 @@ void ControlWindowPresetsTest::click_selectsTheItemAlone()
     fixture.showControl();
     clickPreset(fixture, 2);
     clickPreset(fixture, 1);
-    QCOMPARE(strip(fixture)->selectedItems(),
-             QList<QListWidgetItem *>{strip(fixture)->item(1)});
+    QCOMPARE(strip(fixture)->selectedItems(), QList<QListWidgetItem *>{strip(fixture)->item(1)});
 }
 
 void ControlWindowPresetsTest::selectedItem_isGreen()

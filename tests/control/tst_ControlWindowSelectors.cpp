@@ -45,7 +45,7 @@ bool outputCountsUp(ControlFixture &fixture)
 int outputLines(const ControlFixture &fixture)
 {
     return (fixture.outputFigure()->isHidden() ? 0 : 1)
-           + (fixture.outputClock()->isHidden() ? 0 : 2);
+        + (fixture.outputClock()->isHidden() ? 0 : 2);
 }
 
 } // namespace

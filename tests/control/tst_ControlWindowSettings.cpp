@@ -207,9 +207,8 @@ void ControlWindowSettingsTest::settingsButton_opensTheDialogModally()
     ControlFixture fixture;
     fixture.showControl();
     const QWidget *owner = nullptr;
-    QVERIFY(clickAndUse<SettingsDialog>(*fixture.button("⚙"), [&owner](SettingsDialog &dialog) {
-        owner = dialog.parentWidget();
-    }));
+    QVERIFY(clickAndUse<SettingsDialog>(
+        *fixture.button("⚙"), [&owner](SettingsDialog &dialog) { owner = dialog.parentWidget(); }));
     QCOMPARE(owner, fixture.window.get());
 }
 

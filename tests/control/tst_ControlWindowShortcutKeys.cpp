@@ -138,10 +138,10 @@ void ControlWindowShortcutKeysTest::textForms_areUnderstood_data()
     QTest::newRow("digit") << "5" << Qt::Key_5 << none;
     QTest::newRow("page up") << "PgUp" << Qt::Key_PageUp << none;
     QTest::newRow("media key") << "Media Play" << Qt::Key_MediaPlay << none;
-    QTest::newRow("modifier") << "Ctrl+B" << Qt::Key_B << Qt::KeyboardModifiers(Qt::ControlModifier);
-    QTest::newRow("three modifiers")
-        << "Ctrl+Alt+Shift+F2" << Qt::Key_F2
-        << (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+    QTest::newRow("modifier") << "Ctrl+B" << Qt::Key_B
+                              << Qt::KeyboardModifiers(Qt::ControlModifier);
+    QTest::newRow("three modifiers") << "Ctrl+Alt+Shift+F2" << Qt::Key_F2
+                                     << (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
     QTest::newRow("keypad") << "Num+5" << Qt::Key_5 << Qt::KeyboardModifiers(Qt::KeypadModifier);
 }
 

@@ -240,8 +240,8 @@ void ControlWindowShortcutsTest::otherKeys_doNothing()
 {
     Operated operated;
     QVERIFY(focus(operated.fixture.output));
-    for (const Qt::Key key : {Qt::Key_A, Qt::Key_Left, Qt::Key_Right, Qt::Key_PageUp,
-                              Qt::Key_F5, Qt::Key_0, Qt::Key_Escape, Qt::Key_Return})
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_Left, Qt::Key_Right, Qt::Key_PageUp, Qt::Key_F5,
+                              Qt::Key_0, Qt::Key_Escape, Qt::Key_Return})
         press(operated.fixture.output, key);
     QCOMPARE(operated.state(), untouched);
 }

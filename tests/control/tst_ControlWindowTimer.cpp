@@ -9,8 +9,8 @@ namespace {
 QString figureStyle(const QString &color)
 {
     return QStringLiteral("color:") + color
-           + QStringLiteral(";font-size:48px;font-weight:bold;font-family:monospace;padding:4px "
-                            "16px;");
+        + QStringLiteral(";font-size:48px;font-weight:bold;font-family:monospace;padding:4px "
+                         "16px;");
 }
 
 } // namespace

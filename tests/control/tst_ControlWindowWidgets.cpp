@@ -31,12 +31,18 @@ void ControlWindowWidgetsTest::objectNames_areTheStyleSheetsHooks_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("objectName");
-    QTest::newRow("title") << "  VELMORA" << "appTitle";
-    QTest::newRow("settings") << "⚙" << "settingsBtn";
-    QTest::newRow("start") << "▶  START" << "startBtn";
-    QTest::newRow("pause") << "⏸  PAUSE" << "pauseBtn";
-    QTest::newRow("reset") << "↺  RESET" << "resetBtn";
-    QTest::newRow("output") << "▶  Show Output Window" << "outputToggleBtn";
+    QTest::newRow("title") << "  VELMORA"
+                           << "appTitle";
+    QTest::newRow("settings") << "⚙"
+                              << "settingsBtn";
+    QTest::newRow("start") << "▶  START"
+                           << "startBtn";
+    QTest::newRow("pause") << "⏸  PAUSE"
+                           << "pauseBtn";
+    QTest::newRow("reset") << "↺  RESET"
+                           << "resetBtn";
+    QTest::newRow("output") << "▶  Show Output Window"
+                            << "outputToggleBtn";
 }
 
 void ControlWindowWidgetsTest::objectNames_areTheStyleSheetsHooks()
@@ -58,8 +64,9 @@ void ControlWindowWidgetsTest::sectionHeaders_allBearTheHook()
         QVERIFY(header->styleSheet().isEmpty());
         titles.append(header->text());
     }
-    QCOMPARE(titles, QStringList({"SET TIME", "PRESETS  —  DRAG TO REORDER", "OUTPUT VIEW",
-                                  "MESSAGE OVERLAY", "AUDIO CUE AT 00:00"}));
+    QCOMPARE(titles,
+             QStringList({"SET TIME", "PRESETS  —  DRAG TO REORDER", "OUTPUT VIEW",
+                          "MESSAGE OVERLAY", "AUDIO CUE AT 00:00"}));
 }
 
 void ControlWindowWidgetsTest::styleSheets_areLiteral_data()
@@ -76,9 +83,9 @@ void ControlWindowWidgetsTest::styleSheets_areLiteral_data()
         << "QPushButton { padding:0; min-height:0; font-size:13px; border:2px solid #2a9c4a; }";
     QTest::newRow("add") << "Add to Preset"
                          << "QPushButton { padding:0; min-height:0; font-size:13px; }";
-    for (const char *hooked : {"⚙", "▶  START", "⏸  PAUSE", "↺  RESET", "+1 min", "−1 min",
-                               "▼  Countdown", "▲  Count Up", "⏱  Timer", "🕐  Clock", "⊞  Both",
-                               "▶  Show Output Window", "Preview"})
+    for (const char *hooked :
+         {"⚙", "▶  START", "⏸  PAUSE", "↺  RESET", "+1 min", "−1 min", "▼  Countdown",
+          "▲  Count Up", "⏱  Timer", "🕐  Clock", "⊞  Both", "▶  Show Output Window", "Preview"})
         QTest::newRow(hooked) << hooked << "";
 }
 
@@ -117,8 +124,8 @@ void ControlWindowWidgetsTest::fixedSizes_areSet()
     const ControlFixture fixture;
     const QAbstractButton *button = fixture.button(text);
     QVERIFY(button);
-    QCOMPARE(button->maximumSize(), QSize(width < 0 ? QWIDGETSIZE_MAX : width,
-                                          height < 0 ? QWIDGETSIZE_MAX : height));
+    QCOMPARE(button->maximumSize(),
+             QSize(width < 0 ? QWIDGETSIZE_MAX : width, height < 0 ? QWIDGETSIZE_MAX : height));
     QCOMPARE(button->minimumWidth(), qMax(width, 0));
 }
 
@@ -127,10 +134,9 @@ void ControlWindowWidgetsTest::title_showsTheLogo()
     const ControlFixture fixture;
     const auto *title = fixture.named<QPushButton>("appTitle");
     QCOMPARE(title->iconSize(), QSize(28, 28));
-    const QImage logo =
-        QIcon(QStringLiteral(":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png"))
-            .pixmap(title->iconSize())
-            .toImage();
+    const QImage logo = QIcon(QStringLiteral(":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png"))
+                            .pixmap(title->iconSize())
+                            .toImage();
     QVERIFY(!logo.isNull());
     QCOMPARE(title->icon().pixmap(title->iconSize()).toImage(), logo);
 }

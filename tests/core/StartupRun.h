@@ -33,8 +33,8 @@ OutputWindow *outputWindow();
 /// a settings store of their own.
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest);
 
-#define VELMORA_STARTUP_TEST_MAIN(TestClass)                                                      \
-    int main(int argc, char *argv[])                                                              \
-    {                                                                                             \
+#define VELMORA_STARTUP_TEST_MAIN(TestClass)                                                       \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
         return runStartupTest(argc, argv, [] { return new TestClass; });                           \
     }

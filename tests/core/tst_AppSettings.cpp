@@ -34,31 +34,31 @@ void AppSettingsTest::record_hasTheTypesOfItsFields()
     for (const QVariant &value : fields)
         types.append(QString::fromLatin1(value.typeName()));
     const QStringList expected{
-        "QColor",                    // bgColor
-        "bool",                      // bgImageEnabled
-        "QString",                   // bgImagePath
-        "bool",                      // blinkEnabled
-        "bool",                      // clock24hr
-        "QColor",                    // clockColor
-        "int",                       // clockFontSize
-        "bool",                      // clockShowSeconds
-        "int",                       // defaultDuration
-        "QColor",                    // messageColor
-        "int",                       // messageFontSize
-        "bool",                      // overtimeEnabled
-        "QList<int>",                // presets
-        "QString",                   // shortcutMinusMin
-        "QString",                   // shortcutPlusMin
-        "QString",                   // shortcutReset
-        "QString",                   // shortcutStartPause
-        "QString",                   // shortcutToggleOutput
-        "bool",                      // soundEnabled
-        "QString",                   // soundFilePath
-        "QColor",                    // timerColorCritical
-        "QColor",                    // timerColorNormal
-        "QColor",                    // timerColorWarning
-        "int",                       // timerFontSize
-        "int",                       // warningThreshold
+        "QColor",     // bgColor
+        "bool",       // bgImageEnabled
+        "QString",    // bgImagePath
+        "bool",       // blinkEnabled
+        "bool",       // clock24hr
+        "QColor",     // clockColor
+        "int",        // clockFontSize
+        "bool",       // clockShowSeconds
+        "int",        // defaultDuration
+        "QColor",     // messageColor
+        "int",        // messageFontSize
+        "bool",       // overtimeEnabled
+        "QList<int>", // presets
+        "QString",    // shortcutMinusMin
+        "QString",    // shortcutPlusMin
+        "QString",    // shortcutReset
+        "QString",    // shortcutStartPause
+        "QString",    // shortcutToggleOutput
+        "bool",       // soundEnabled
+        "QString",    // soundFilePath
+        "QColor",     // timerColorCritical
+        "QColor",     // timerColorNormal
+        "QColor",     // timerColorWarning
+        "int",        // timerFontSize
+        "int",        // warningThreshold
     };
     QCOMPARE(types, expected);
     QCOMPARE(sizeof(AppSettings::timerFontSize), std::size_t{4});
@@ -72,8 +72,7 @@ void AppSettingsTest::record_keepsTheOrderOfItsFields()
            timerColorCritical, clockColor, messageColor, timerFontSize, clockFontSize,
            messageFontSize, defaultDuration, warningThreshold, overtimeEnabled, blinkEnabled,
            presets, bgImagePath, bgImageEnabled, soundFilePath, soundEnabled, shortcutStartPause,
-           shortcutReset, shortcutPlusMin, shortcutMinusMin, shortcutToggleOutput]
-        = settings;
+           shortcutReset, shortcutPlusMin, shortcutMinusMin, shortcutToggleOutput] = settings;
     QCOMPARE(&clock24hr, &settings.clock24hr);
     QCOMPARE(&clockShowSeconds, &settings.clockShowSeconds);
     QCOMPARE(&bgColor, &settings.bgColor);

@@ -176,7 +176,7 @@ void AppSettingsBadStoreTest::brokenFile_canBeSavedOver()
 void AppSettingsBadStoreTest::halfBrokenFile_yieldsWhatItHolds()
 {
     writeFile("[General]\n\xff\xfe\x80\nno pair here\nclockFontSize=99\n=\n==\n"
-                    "[unclosed\nshortcutReset=lost\n[presets]\n1\\val=45\nsize=1\n");
+              "[unclosed\nshortcutReset=lost\n[presets]\n1\\val=45\nsize=1\n");
     const AppSettings settings = loaded();
     QCOMPARE(settings.clockFontSize, 99);
     QCOMPARE(settings.presets, QList<int>{45});

@@ -59,8 +59,9 @@ AppSettings loaded(const char *key, const QByteArray &value)
     return loaded("[General]\n" + QByteArray(key) + '=' + value + '\n');
 }
 
-const QStringList colorKeys{"bgColor",       "timerColorNormal", "timerColorWarning",
-                            "timerColorCritical", "clockColor",  "messageColor"};
+const QStringList colorKeys{"bgColor",           "timerColorNormal",
+                            "timerColorWarning", "timerColorCritical",
+                            "clockColor",        "messageColor"};
 
 } // namespace
 
@@ -208,8 +209,9 @@ void AppSettingsLoadTest::number_thatDoesNotConvert_isTheMinimum_data()
     QTest::addColumn<QByteArray>("stored");
     QTest::addColumn<int>("expected");
     const auto addKey = [](const char *key, int minimum) {
-        const QList<QByteArray> texts{"", "abc", "12x", "0x40", "1,000", "#00cc00", "1, 2",
-                                      "99999999999999999999", "@Invalid()"};
+        const QList<QByteArray> texts{"",          "abc",     "12x",  "0x40",
+                                      "1,000",     "#00cc00", "1, 2", "99999999999999999999",
+                                      "@Invalid()"};
         for (const QByteArray &text : texts) {
             QTest::addRow("%s '%s'", key, text.constData())
                 << QString::fromLatin1(key) << text << minimum;
@@ -266,7 +268,8 @@ void AppSettingsLoadTest::flag_isReadAsTheToolkitDoes()
 {
     QFETCH(QByteArray, stored);
     QFETCH(bool, expected);
-    const QByteArray contents = "[General]\nclock24hr=" + stored + "\nsoundEnabled=" + stored + '\n';
+    const QByteArray contents =
+        "[General]\nclock24hr=" + stored + "\nsoundEnabled=" + stored + '\n';
     const AppSettings settings = loaded(contents);
     QCOMPARE(settings.clock24hr, expected);
     QCOMPARE(settings.soundEnabled, expected);

@@ -70,8 +70,9 @@ void AppSettingsPresetsTest::storedList_isTaken_data()
     add("another key", "1\\value=60\nsize=1\n", {0});
     add("text for a val", "1\\val=ten\n2\\val=60\nsize=2\n", {0, 60});
     add("more elements than the size", "1\\val=1\n2\\val=2\n3\\val=3\nsize=2\n", {1, 2});
-    add("eleven", "1\\val=1\n2\\val=2\n3\\val=3\n4\\val=4\n5\\val=5\n6\\val=6\n7\\val=7\n"
-                  "8\\val=8\n9\\val=9\n10\\val=10\n11\\val=11\nsize=11\n",
+    add("eleven",
+        "1\\val=1\n2\\val=2\n3\\val=3\n4\\val=4\n5\\val=5\n6\\val=6\n7\\val=7\n"
+        "8\\val=8\n9\\val=9\n10\\val=10\n11\\val=11\nsize=11\n",
         {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
 }
 

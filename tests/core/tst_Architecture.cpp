@@ -149,8 +149,8 @@ void ArchitectureTest::include_namesNoFolder()
 
 void ArchitectureTest::folders_areTheSubsystems()
 {
-    const QStringList folders = QDir(sourceRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot,
-                                                           QDir::Name);
+    const QStringList folders =
+        QDir(sourceRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     QCOMPARE(folders, allowed().keys());
 }
 

@@ -53,10 +53,14 @@ void FormPartsTest::title_isInCapitalsAndFree_data()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("small letters") << "presets" << "PRESETS";
-    QTest::newRow("mixed") << "Set Time" << "SET TIME";
-    QTest::newRow("capitals") << "MESSAGE" << "MESSAGE";
-    QTest::newRow("none") << "" << "";
+    QTest::newRow("small letters") << "presets"
+                                   << "PRESETS";
+    QTest::newRow("mixed") << "Set Time"
+                           << "SET TIME";
+    QTest::newRow("capitals") << "MESSAGE"
+                              << "MESSAGE";
+    QTest::newRow("none") << ""
+                          << "";
 }
 
 void FormPartsTest::title_isInCapitalsAndFree()

@@ -107,8 +107,8 @@ void LogoTest::picture_hasATransparentBackground()
     QVERIFY(image.hasAlphaChannel());
     const int right = image.width() - 1;
     const int bottom = image.height() - 1;
-    for (const QPoint corner : {QPoint(0, 0), QPoint(right, 0), QPoint(0, bottom),
-                                QPoint(right, bottom)})
+    for (const QPoint corner :
+         {QPoint(0, 0), QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)})
         QCOMPARE(image.pixelColor(corner).alpha(), 0);
 }
 
@@ -122,8 +122,7 @@ void LogoTest::picture_isReadableOnDarkGround_data()
 void LogoTest::picture_isReadableOnDarkGround()
 {
     QFETCH(int, height);
-    const QImage image
-        = QImage(logoPath).scaledToHeight(height, Qt::SmoothTransformation);
+    const QImage image = QImage(logoPath).scaledToHeight(height, Qt::SmoothTransformation);
     qsizetype bright = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {

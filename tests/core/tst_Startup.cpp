@@ -132,10 +132,10 @@ void StartupTest::exitCode_isTheEventLoops_data()
 void StartupTest::exitCode_isTheEventLoops()
 {
     QFETCH(int, code);
-    const int result = runProgram({.platform = {},
-                                   .arguments = {},
-                                   .beforeProgram = {},
-                                   .whileRunning = [code] { QCoreApplication::exit(code); }});
+    const int result =
+        runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [code] {
+                        QCoreApplication::exit(code);
+                    }});
     QCOMPARE(result, code);
 }
 
@@ -299,10 +299,10 @@ void StartupTest::control_isShownAsAnOrdinaryWindow()
 
 void StartupTest::startAndStop_writeNoStore()
 {
-    const int result = runProgram({.platform = {},
-                                   .arguments = {},
-                                   .beforeProgram = {},
-                                   .whileRunning = [] { controlWindow()->close(); }});
+    const int result =
+        runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
+                        controlWindow()->close();
+                    }});
     QCOMPARE(result, 0);
     QStringList files;
     QDirIterator it(qEnvironmentVariable("XDG_CONFIG_HOME"), QDir::Files,
@@ -318,10 +318,10 @@ void StartupTest::startAndStop_leaveTheStoresBytes()
     const QByteArray bytes = "[General]\nwarningThreshold=-5\nbgColor=red\nlater=1\n"
                              "defaultDuration=77\n";
     writeStoreBytes(bytes);
-    const int result = runProgram({.platform = {},
-                                   .arguments = {},
-                                   .beforeProgram = {},
-                                   .whileRunning = [] { controlWindow()->close(); }});
+    const int result =
+        runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
+                        controlWindow()->close();
+                    }});
     QCOMPARE(result, 0);
     QCOMPARE(storeBytes(), bytes);
 }

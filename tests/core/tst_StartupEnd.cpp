@@ -49,27 +49,27 @@ void StartupEndTest::closingTheControlWindow_endsTheProgram()
     QFETCH(bool, preview);
     QFETCH(bool, outputHidden);
     QFETCH(bool, running);
-    const int result = runProgram(
-        {.platform = platform,
-         .arguments = {},
-         .beforeProgram = {},
-         .whileRunning =
-             [=] {
-                 QWidget *control = controlWindow();
-                 if (running)
-                     findByText<QPushButton>(*control, "▶  START")->click();
-                 if (preview) {
-                     findByText<QPushButton>(*control, "Preview")->click();
-                     QVERIFY(findWindow("Output Preview"));
-                 }
-                 if (outputHidden) {
-                     control->findChild<QPushButton *>("outputToggleBtn")->click();
-                     QVERIFY(!outputWindow()->isVisible());
-                 }
-                 QVERIFY(control->close());
-                 QVERIFY(!outputWindow()->isVisible());
-             },
-         .limit = 5000});
+    const int result =
+        runProgram({.platform = platform,
+                    .arguments = {},
+                    .beforeProgram = {},
+                    .whileRunning =
+                        [=] {
+                            QWidget *control = controlWindow();
+                            if (running)
+                                findByText<QPushButton>(*control, "▶  START")->click();
+                            if (preview) {
+                                findByText<QPushButton>(*control, "Preview")->click();
+                                QVERIFY(findWindow("Output Preview"));
+                            }
+                            if (outputHidden) {
+                                control->findChild<QPushButton *>("outputToggleBtn")->click();
+                                QVERIFY(!outputWindow()->isVisible());
+                            }
+                            QVERIFY(control->close());
+                            QVERIFY(!outputWindow()->isVisible());
+                        },
+                    .limit = 5000});
     QCOMPARE(result, 0);
 }
 
@@ -86,17 +86,15 @@ void StartupEndTest::closingTheOutputWindow_keepsTheProgram()
 void StartupEndTest::secondRun_inTheSameProcessStartsAfresh()
 {
     for (int i = 0; i < 2; ++i) {
-        const int result = runProgram(
-            {.platform = {},
-             .arguments = {},
-             .beforeProgram = {},
-             .whileRunning = [] {
-                 auto *plus = findByText<QPushButton>(*controlWindow(), "+1 min");
-                 plus->click();
-                 const auto *preview = controlWindow()->findChild<QLabel *>("timerPreview");
-                 QCOMPARE(preview->text(), QStringLiteral("06:00"));
-                 controlWindow()->close();
-             }});
+        const int result =
+            runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
+                            auto *plus = findByText<QPushButton>(*controlWindow(), "+1 min");
+                            plus->click();
+                            const auto *preview =
+                                controlWindow()->findChild<QLabel *>("timerPreview");
+                            QCOMPARE(preview->text(), QStringLiteral("06:00"));
+                            controlWindow()->close();
+                        }});
         QCOMPARE(result, 0);
     }
 }

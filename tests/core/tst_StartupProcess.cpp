@@ -33,8 +33,8 @@ void StartupProcessTest::program_writesNothingToItsStreams()
     const QTemporaryDir home;
     QVERIFY(home.isValid());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
-                             "XDG_RUNTIME_DIR"})
+    for (const char *name :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
         environment.insert(name, home.path());
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     QProcess program;

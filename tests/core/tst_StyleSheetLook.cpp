@@ -57,12 +57,18 @@ void StyleSheetLookTest::hookedButton_hasItsColorAndFont_data()
     QTest::addColumn<QString>("border");
     QTest::addColumn<bool>("bold");
     QTest::addColumn<int>("pixels");
-    QTest::newRow("startBtn") << "#1a5c1a" << "#2a8c2a" << true << 14;
-    QTest::newRow("pauseBtn") << "#5c4a00" << "#8c7000" << true << 13;
-    QTest::newRow("resetBtn") << "#5c1a1a" << "#8c2a2a" << true << 13;
-    QTest::newRow("outputToggleBtn") << "#1a3a5c" << "#2a5c8c" << true << 13;
-    QTest::newRow("settingsBtn") << "#1c1c1c" << "#444444" << false << 16;
-    QTest::newRow("anyOtherBtn") << "#2b2b2b" << "#444444" << false << 13;
+    QTest::newRow("startBtn") << "#1a5c1a"
+                              << "#2a8c2a" << true << 14;
+    QTest::newRow("pauseBtn") << "#5c4a00"
+                              << "#8c7000" << true << 13;
+    QTest::newRow("resetBtn") << "#5c1a1a"
+                              << "#8c2a2a" << true << 13;
+    QTest::newRow("outputToggleBtn") << "#1a3a5c"
+                                     << "#2a5c8c" << true << 13;
+    QTest::newRow("settingsBtn") << "#1c1c1c"
+                                 << "#444444" << false << 16;
+    QTest::newRow("anyOtherBtn") << "#2b2b2b"
+                                 << "#444444" << false << 13;
 }
 
 void StyleSheetLookTest::hookedButton_hasItsColorAndFont()

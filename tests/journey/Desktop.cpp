@@ -58,7 +58,8 @@ QImage trimmed(const QImage &image, QRgb ground)
         const QRgb *last = end - 1;
         while (!inked(*last))
             --last;
-        box |= QRect(QPoint(static_cast<int>(first - row), y), QPoint(static_cast<int>(last - row), y));
+        box |= QRect(QPoint(static_cast<int>(first - row), y),
+                     QPoint(static_cast<int>(last - row), y));
     }
     return box.isNull() ? QImage() : image.copy(box);
 }
@@ -176,8 +177,9 @@ void desktop::type(const QString &text)
 
 void desktop::click(const QString &title, const QPoint &place)
 {
-    outputOf("xdotool", {"mousemove", "--window", windowId(title), QString::number(place.x()),
-                         QString::number(place.y()), "click", "1"});
+    outputOf("xdotool",
+             {"mousemove", "--window", windowId(title), QString::number(place.x()),
+              QString::number(place.y()), "click", "1"});
 }
 
 QImage desktop::grab(const QRect &area)

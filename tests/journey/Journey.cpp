@@ -14,8 +14,9 @@ void Journey::init()
 void Journey::cleanup()
 {
     if (QTest::currentTestFailed()) {
-        const QString file = QStringLiteral("%1-%2.png").arg(QCoreApplication::applicationFilePath(),
-                                                             QTest::currentTestFunction());
+        const QString file =
+            QStringLiteral("%1-%2.png")
+                .arg(QCoreApplication::applicationFilePath(), QTest::currentTestFunction());
         desktop::grab(desktop::firstMonitor | desktop::secondMonitor).save(file);
         qInfo("What was to be seen then: %s", qPrintable(file));
         program.kill();

@@ -33,7 +33,9 @@ desktop::Lettering outputFigure(int pixelSize)
 
 QString figureText(int seconds)
 {
-    return QStringLiteral("%1:%2").arg(seconds / 60, 2, 10, QChar('0')).arg(seconds % 60, 2, 10, QChar('0'));
+    return QStringLiteral("%1:%2")
+        .arg(seconds / 60, 2, 10, QChar('0'))
+        .arg(seconds % 60, 2, 10, QChar('0'));
 }
 
 template<typename Condition>
@@ -62,10 +64,12 @@ bool Program::start()
     standardError.clear();
     process.setProcessChannelMode(QProcess::SeparateChannels);
     process.start(VELMORA_PROGRAM, QStringList());
-    if (!waitUntil([] { return desktop::hasWindow(controlTitle) && desktop::hasWindow(outputTitle); }))
+    if (!waitUntil(
+            [] { return desktop::hasWindow(controlTitle) && desktop::hasWindow(outputTitle); }))
         return false;
     desktop::placeWindow(controlTitle, controlPlace);
-    return waitUntil([] { return desktop::windowGeometry(controlTitle).size() == controlPlace.size(); })
+    return waitUntil(
+               [] { return desktop::windowGeometry(controlTitle).size() == controlPlace.size(); })
         && waitUntil([this] { return findSetButton(); });
 }
 
@@ -105,7 +109,8 @@ QByteArray Program::complaints()
 bool Program::findSetButton()
 {
     constexpr int leastRun = 40;
-    const QImage image = desktop::grabWindow(controlTitle, QRect(QPoint(0, 0), controlPlace.size()));
+    const QImage image =
+        desktop::grabWindow(controlTitle, QRect(QPoint(0, 0), controlPlace.size()));
     int rowAbove = -1;
     for (int y = 0; y < image.height(); ++y) {
         int run = 0;

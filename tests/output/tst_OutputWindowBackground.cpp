@@ -130,7 +130,7 @@ void OutputWindowBackgroundTest::colour_fillsTheWindow()
     const QImage picture = window.grab().toImage();
     QCOMPARE(picture.pixelColor(0, 0), ground);
     QCOMPARE(picture.pixelColor(799, 499), ground);
-    QCOMPARE(picture.pixelColor(40, 250), ground); // in the transparent middle
+    QCOMPARE(picture.pixelColor(40, 250), ground);  // in the transparent middle
     QCOMPARE(picture.pixelColor(400, 498), ground); // below the bar
 }
 
@@ -237,8 +237,7 @@ void OutputWindowBackgroundTest::picture_isReadByItsContent()
     window.show();
     const QColor color = cornerColour(window);
     // One format loses a little.
-    QVERIFY2(color.red() > 250 && color.green() < 5 && color.blue() < 5,
-             qPrintable(color.name()));
+    QVERIFY2(color.red() > 250 && color.green() < 5 && color.blue() < 5, qPrintable(color.name()));
 }
 
 void OutputWindowBackgroundTest::unusablePicture_showsTheColour_data()

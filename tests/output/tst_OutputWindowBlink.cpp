@@ -124,10 +124,8 @@ void OutputWindowBlinkTest::blink_startsAndEnds_data()
     QTest::newRow("zero, overtime") << Steps{tick(0), tick(-1)} << true;
     QTest::newRow("zero, long overtime") << Steps{tick(0), tick(-1), tick(smallest)} << true;
     QTest::newRow("zero, hidden phase, overtime") << Steps{tick(0), phase, tick(-1)} << true;
-    QTest::newRow("zero, blink off afterwards")
-        << Steps{tick(0), enable(false), tick(-1)} << true;
-    QTest::newRow("zero, blink off, zero again")
-        << Steps{tick(0), enable(false), tick(0)} << true;
+    QTest::newRow("zero, blink off afterwards") << Steps{tick(0), enable(false), tick(-1)} << true;
+    QTest::newRow("zero, blink off, zero again") << Steps{tick(0), enable(false), tick(0)} << true;
     QTest::newRow("zero, window hidden and shown") << Steps{tick(0), hideAndShow} << true;
     QTest::newRow("zero, one second") << Steps{tick(0), tick(1)} << false;
     QTest::newRow("zero, hidden phase, one second") << Steps{tick(0), phase, tick(1)} << false;
@@ -135,8 +133,7 @@ void OutputWindowBlinkTest::blink_startsAndEnds_data()
     QTest::newRow("zero, reset, zero") << Steps{tick(0), tick(300), tick(0)} << true;
     QTest::newRow("zero, count up") << Steps{tick(0), countUp(true)} << false;
     QTest::newRow("zero, count down") << Steps{tick(0), countUp(false)} << false;
-    QTest::newRow("zero, count up, overtime")
-        << Steps{tick(0), countUp(true), tick(-1)} << false;
+    QTest::newRow("zero, count up, overtime") << Steps{tick(0), countUp(true), tick(-1)} << false;
     QTest::newRow("zero, count down, overtime")
         << Steps{tick(0), countUp(false), tick(-1)} << false;
 }

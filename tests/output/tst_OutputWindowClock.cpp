@@ -213,8 +213,8 @@ void OutputWindowClockTest::unknownViewMode_changesNoVisibility_data()
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("mode");
     for (int before = 0; before <= 2; ++before) {
-        for (int mode : {-1, 3, 4, std::numeric_limits<int>::min(),
-                         std::numeric_limits<int>::max()})
+        for (int mode :
+             {-1, 3, 4, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
             QTest::addRow("%d to %d", before, mode) << before << mode;
     }
 }

@@ -184,14 +184,14 @@ void OutputWindowLookTest::fonts_followTheHeight_data()
     QTest::newRow("50 pixels: floors") << 50 << usual << QList<int>{12, 10, 8};
     QTest::newRow("1 pixel: floors") << 1 << QList<int>{550, 300, 150} << QList<int>{12, 10, 8};
     QTest::newRow("halves go up") << 540 << QList<int>{149, 77, 33} << QList<int>{75, 39, 17};
-    QTest::newRow("halves of even numbers") << 540 << QList<int>{145, 81, 37}
-                                            << QList<int>{73, 41, 19};
+    QTest::newRow("halves of even numbers")
+        << 540 << QList<int>{145, 81, 37} << QList<int>{73, 41, 19};
     QTest::newRow("below a half") << 1079 << usual << QList<int>{150, 80, 36};
     QTest::newRow("just at the floors") << 1080 << QList<int>{12, 10, 8} << QList<int>{12, 10, 8};
-    QTest::newRow("just above the floors") << 1080 << QList<int>{13, 11, 9}
-                                           << QList<int>{13, 11, 9};
-    QTest::newRow("a record that was never loaded") << 1080 << QList<int>{-40, 0, -1}
-                                                    << QList<int>{12, 10, 8};
+    QTest::newRow("just above the floors")
+        << 1080 << QList<int>{13, 11, 9} << QList<int>{13, 11, 9};
+    QTest::newRow("a record that was never loaded")
+        << 1080 << QList<int>{-40, 0, -1} << QList<int>{12, 10, 8};
 }
 
 void OutputWindowLookTest::fonts_followTheHeight()

@@ -78,7 +78,7 @@ QStringList outlineOfForm(const QFormLayout &form)
         const auto *label =
             qobject_cast<QLabel *>(form.itemAt(row, QFormLayout::LabelRole)->widget());
         outline << label->text() + QLatin1String(": ")
-                       + outlineOfItem(*form.itemAt(row, QFormLayout::FieldRole));
+                + outlineOfItem(*form.itemAt(row, QFormLayout::FieldRole));
     }
     return outline;
 }

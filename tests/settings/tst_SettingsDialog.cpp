@@ -95,12 +95,13 @@ void SettingsDialogTest::metaObject_declaresOneSignalThenFourSlots()
         const QMetaMethod method = meta.method(i);
         const QString kind = method.methodType() == QMetaMethod::Signal ? QStringLiteral("signal ")
             : method.methodType() == QMetaMethod::Slot                  ? QStringLiteral("slot ")
-                                                       : QStringLiteral("other ");
+                                                                        : QStringLiteral("other ");
         methods << kind + QString::fromLatin1(method.methodSignature());
     }
-    QCOMPARE(methods, QStringList({"signal settingsChanged()", "slot accept()",
-                                   "slot pickColor(QColor&,QPushButton*)", "slot addPreset()",
-                                   "slot removePreset()"}));
+    QCOMPARE(methods,
+             QStringList({"signal settingsChanged()", "slot accept()",
+                          "slot pickColor(QColor&,QPushButton*)", "slot addPreset()",
+                          "slot removePreset()"}));
 }
 
 void SettingsDialogTest::fresh_hasTitleMinimumWidthAndParent()

@@ -114,8 +114,7 @@ void SettingsDialogColorsTest::page_readsFromTopToBottom()
              QStringList({"Background: button #010203", "Timer — normal: button #040506",
                           "Timer — warning: button #070809", "Timer — critical: button #0A0B0C",
                           "Clock: button #0D0E0F", "Message: button #101112", "separator",
-                          "header BACKGROUND IMAGE",
-                          "check Use image instead of background colour",
+                          "header BACKGROUND IMAGE", "check Use image instead of background colour",
                           "[label Stage left.png, button Browse…, button Clear]"}));
 }
 
@@ -149,21 +148,22 @@ void SettingsDialogColorsTest::colorButton_showsNameAndContrast_data()
     };
     add(QColor(0, 0, 0), "#000000", "#ffffff");
     add(QColor(255, 255, 255), "#ffffff", "#000000");
-    add(QColor(0, 204, 0), "#00cc00", "#ffffff");         // 119748
-    add(QColor(255, 136, 0), "#ff8800", "#000000");       // 156077
-    add(QColor(255, 34, 0), "#ff2200", "#ffffff");        // 96203
-    add(QColor(255, 255, 0), "#ffff00", "#000000");       // 225930
-    add(QColor(255, 0, 0), "#ff0000", "#ffffff");         // 76245
-    add(QColor(0, 255, 0), "#00ff00", "#000000");         // 149685
-    add(QColor(0, 0, 255), "#0000ff", "#ffffff");         // 29070
-    add(QColor(128, 128, 128), "#808080", "#ffffff");     // 128000
-    add(QColor(129, 129, 129), "#818181", "#000000");     // 129000
-    add(QColor(0xAB, 0xCD, 0xEF), "#abcdef", "#000000");  // 198710
-    add(QColor(0, 205, 76), "#00cd4c", "#ffffff");        // 128999
-    add(QColor(2, 190, 148), "#02be94", "#000000");       // 129000
-    add(QColor(0, 185, 179), "#00b9b3", "#000000");       // 129001
-    add(QColor(9, 8, 7, 6), "#090807", "#ffffff");        // see-through: the name has no alpha
-    QTest::newRow("not a colour") << QColor() << "#000000" << "#ffffff";
+    add(QColor(0, 204, 0), "#00cc00", "#ffffff");        // 119748
+    add(QColor(255, 136, 0), "#ff8800", "#000000");      // 156077
+    add(QColor(255, 34, 0), "#ff2200", "#ffffff");       // 96203
+    add(QColor(255, 255, 0), "#ffff00", "#000000");      // 225930
+    add(QColor(255, 0, 0), "#ff0000", "#ffffff");        // 76245
+    add(QColor(0, 255, 0), "#00ff00", "#000000");        // 149685
+    add(QColor(0, 0, 255), "#0000ff", "#ffffff");        // 29070
+    add(QColor(128, 128, 128), "#808080", "#ffffff");    // 128000
+    add(QColor(129, 129, 129), "#818181", "#000000");    // 129000
+    add(QColor(0xAB, 0xCD, 0xEF), "#abcdef", "#000000"); // 198710
+    add(QColor(0, 205, 76), "#00cd4c", "#ffffff");       // 128999
+    add(QColor(2, 190, 148), "#02be94", "#000000");      // 129000
+    add(QColor(0, 185, 179), "#00b9b3", "#000000");      // 129001
+    add(QColor(9, 8, 7, 6), "#090807", "#ffffff");       // see-through: the name has no alpha
+    QTest::newRow("not a colour") << QColor() << "#000000"
+                                  << "#ffffff";
 }
 
 void SettingsDialogColorsTest::colorButton_showsNameAndContrast()
@@ -305,10 +305,14 @@ void SettingsDialogColorsTest::imageLabel_namesTheFile_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("text");
     QTest::newRow("none") << QString() << "None";
-    QTest::newRow("full path") << "/no/such/folder/Ground.png" << "Ground.png";
-    QTest::newRow("bare name") << "Ground.png" << "Ground.png";
-    QTest::newRow("dots and blanks") << "/a.b/My stage.v2.jpeg" << "My stage.v2.jpeg";
-    QTest::newRow("mark-up") << "/a/<b>x.png" << "<b>x.png";
+    QTest::newRow("full path") << "/no/such/folder/Ground.png"
+                               << "Ground.png";
+    QTest::newRow("bare name") << "Ground.png"
+                               << "Ground.png";
+    QTest::newRow("dots and blanks") << "/a.b/My stage.v2.jpeg"
+                                     << "My stage.v2.jpeg";
+    QTest::newRow("mark-up") << "/a/<b>x.png"
+                             << "<b>x.png";
 }
 
 void SettingsDialogColorsTest::imageLabel_namesTheFile()

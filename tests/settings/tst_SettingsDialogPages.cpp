@@ -76,10 +76,10 @@ void SettingsDialogPagesTest::clockPage_readsFromTopToBottom()
         qobject_cast<QVBoxLayout *>(DialogView(dialog).page(QStringLiteral("Clock"))->layout());
     QVERIFY(column);
     QCOMPARE(column->spacing(), 12);
-    QCOMPARE(outlineOf(*column),
-             QStringList({"header FORMAT", "radio 24-hour  (14:30)", "radio 12-hour  (2:30 PM)",
-                          "separator", "header SECONDS", "check Show seconds on output",
-                          "stretch"}));
+    QCOMPARE(
+        outlineOf(*column),
+        QStringList({"header FORMAT", "radio 24-hour  (14:30)", "radio 12-hour  (2:30 PM)",
+                     "separator", "header SECONDS", "check Show seconds on output", "stretch"}));
 }
 
 void SettingsDialogPagesTest::clockForm_showsTheRecord_data()
@@ -306,8 +306,7 @@ void SettingsDialogPagesTest::defaultDuration_ofNearlyAThousandMinutesIsStoredUn
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     execWith(dialog, [&] {
-        const QList<QSpinBox *> spinBoxes =
-            view.spinBoxesUnder(QStringLiteral("DEFAULT DURATION"));
+        const QList<QSpinBox *> spinBoxes = view.spinBoxesUnder(QStringLiteral("DEFAULT DURATION"));
         spinBoxes.at(0)->setValue(999);
         spinBoxes.at(1)->setValue(59);
         view.okButton()->click();

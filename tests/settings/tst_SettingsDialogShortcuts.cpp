@@ -243,8 +243,8 @@ void SettingsDialogShortcutsTest::keyWithFlags_keepsEveryFlag_data()
     QTest::newRow("Ctrl") << Qt::Key_1 << Qt::KeyboardModifiers(Qt::ControlModifier) << "Ctrl+1";
     QTest::newRow("keypad and Ctrl")
         << Qt::Key_7 << (Qt::KeypadModifier | Qt::ControlModifier) << "Ctrl+Num+7";
-    QTest::newRow("keypad arrow")
-        << Qt::Key_Up << Qt::KeyboardModifiers(Qt::KeypadModifier) << "Num+Up";
+    QTest::newRow("keypad arrow") << Qt::Key_Up << Qt::KeyboardModifiers(Qt::KeypadModifier)
+                                  << "Num+Up";
     QTest::newRow("all") << Qt::Key_F1
                          << (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier
                              | Qt::MetaModifier | Qt::KeypadModifier)
@@ -425,8 +425,10 @@ void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog_data()
 {
     QTest::addColumn<QString>("stored");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("some key") << "Ctrl+R" << "Ctrl+R";
-    QTest::newRow("no key") << "" << "(none)";
+    QTest::newRow("some key") << "Ctrl+R"
+                              << "Ctrl+R";
+    QTest::newRow("no key") << ""
+                            << "(none)";
 }
 
 void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog()

@@ -65,8 +65,8 @@ void SettingsDialogShortcutsPageTest::page_readsFromTopToBottom()
 {
     AppSettings record;
     SettingsDialog dialog(&record, nullptr);
-    const auto *column = qobject_cast<QVBoxLayout *>(
-        DialogView(dialog).page(QStringLiteral("Shortcuts"))->layout());
+    const auto *column =
+        qobject_cast<QVBoxLayout *>(DialogView(dialog).page(QStringLiteral("Shortcuts"))->layout());
     QVERIFY(column);
     QCOMPARE(column->spacing(), 10);
     QCOMPARE(outlineOf(*column),
@@ -96,11 +96,16 @@ void SettingsDialogShortcutsPageTest::row_hasItsLabelAndWidths_data()
     QTest::addColumn<int>("row");
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("keys");
-    QTest::newRow("start") << 0 << "Start / Pause" << "Space";
-    QTest::newRow("reset") << 1 << "Reset" << "R";
-    QTest::newRow("plus") << 2 << "+1 Minute" << "Up";
-    QTest::newRow("minus") << 3 << "-1 Minute" << "Down";
-    QTest::newRow("output") << 4 << "Toggle Output" << "O";
+    QTest::newRow("start") << 0 << "Start / Pause"
+                           << "Space";
+    QTest::newRow("reset") << 1 << "Reset"
+                           << "R";
+    QTest::newRow("plus") << 2 << "+1 Minute"
+                          << "Up";
+    QTest::newRow("minus") << 3 << "-1 Minute"
+                           << "Down";
+    QTest::newRow("output") << 4 << "Toggle Output"
+                            << "O";
 }
 
 void SettingsDialogShortcutsPageTest::row_hasItsLabelAndWidths()
@@ -171,9 +176,15 @@ void SettingsDialogShortcutsPageTest::sequence_isShownAndStoredPortably_data()
     keep("Meta+Ctrl+Alt+Shift+F12");
     keep("Ctrl+K, Ctrl+C");
     keep("A, B, C, D");
-    QTest::newRow("empty") << "" << "(none)" << "";
-    QTest::newRow("lower case") << "ctrl+r" << "Ctrl+R" << "Ctrl+R";
-    QTest::newRow("long name") << "Delete" << "Del" << "Del";
+    QTest::newRow("empty") << ""
+                           << "(none)"
+                           << "";
+    QTest::newRow("lower case") << "ctrl+r"
+                                << "Ctrl+R"
+                                << "Ctrl+R";
+    QTest::newRow("long name") << "Delete"
+                               << "Del"
+                               << "Del";
     // A text that names no key is no empty sequence to the toolkit, but one without text.
     const QKeySequence unknown(QStringLiteral("no such key"), QKeySequence::NativeText);
     QTest::newRow("no key") << "no such key"

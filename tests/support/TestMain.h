@@ -29,8 +29,8 @@ int runTest(int argc, char *argv[], const TestPlatform &platform,
             const std::function<QObject *()> &makeTest);
 
 /// The entry routine of a test executable.
-#define VELMORA_TEST_MAIN(TestClass, ...)                                                         \
-    int main(int argc, char *argv[])                                                              \
-    {                                                                                             \
+#define VELMORA_TEST_MAIN(TestClass, ...)                                                          \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
         return runTest(argc, argv, TestPlatform{__VA_ARGS__}, [] { return new TestClass; });       \
     }

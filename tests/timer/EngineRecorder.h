@@ -25,16 +25,10 @@ public:
     }
 
     /// Adds a line of the test's own between the emissions.
-    void mark(const QString &text)
-    {
-        entries.append(text);
-    }
+    void mark(const QString &text) { entries.append(text); }
 
     /// What was written since the last call.
-    QStringList take()
-    {
-        return std::exchange(entries, {});
-    }
+    QStringList take() { return std::exchange(entries, {}); }
 
 private:
     QObject context;

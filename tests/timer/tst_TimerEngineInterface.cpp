@@ -135,9 +135,8 @@ void TimerEngineInterfaceTest::tick_carriesTheCountThatCanBeRead()
 {
     TimerEngine engine;
     QList<int> differences;
-    connect(&engine, &TimerEngine::tick, this, [&](int seconds) {
-        differences.append(seconds - engine.remaining());
-    });
+    connect(&engine, &TimerEngine::tick, this,
+            [&](int seconds) { differences.append(seconds - engine.remaining()); });
     engine.setDuration(7);
     passOneSecond(engine);
     engine.addSeconds(60);
@@ -150,9 +149,8 @@ void TimerEngineInterfaceTest::stateChanged_comesAfterTheChange()
     TimerEngine engine;
     engine.setOvertimeEnabled(false);
     QStringList seen;
-    connect(&engine, &TimerEngine::stateChanged, this, [&](bool running) {
-        seen.append(running == engine.isRunning() ? "same" : "other");
-    });
+    connect(&engine, &TimerEngine::stateChanged, this,
+            [&](bool running) { seen.append(running == engine.isRunning() ? "same" : "other"); });
     engine.start();
     engine.pause();
     engine.start();

@@ -60,6 +60,8 @@ void UpdaterDownloadTest::download_opensHttpsAddressesOnly_data()
                                    "a.example",
                                    "//a.example/",
                                    "/https:",
+                                   "https://[",
+                                   "https://a.example:port/",
                                    "https ://a.example/",
                                    "%68ttps://a.example/",
                                    "\"https://a.example/\""};
