@@ -32,10 +32,9 @@ std::array<int, 3> versionNumbers(const QString &text)
 }
 
 // The URL class folds the scheme to lower case, so the text as received is asked.
-bool hasHttpsScheme(const QString &text)
+bool isHttpsUrl(const QString &text)
 {
-    return text.startsWith(QLatin1String("https:"))
-        && QUrl(text, QUrl::TolerantMode).scheme() == QLatin1String("https");
+    return text.startsWith(QLatin1String("https:")) && QUrl(text, QUrl::TolerantMode).isValid();
 }
 
 // Sets the escaped notes, and has a person read them as they were written.
@@ -123,6 +122,6 @@ void Updater::offer(const QString &version, const QString &downloadUrl, const QS
     box.addButton(tr("Later"), QMessageBox::RejectRole);
     box.exec();
 
-    if (box.clickedButton() == downloadBtn && hasHttpsScheme(downloadUrl))
+    if (box.clickedButton() == downloadBtn && isHttpsUrl(downloadUrl))
         QDesktopServices::openUrl(QUrl(downloadUrl, QUrl::TolerantMode));
 }
