@@ -4,10 +4,6 @@
 #include <vector>
 
 #include <QApplication>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -34,24 +30,6 @@ void hookIntoProgram()
     QTimer::singleShot(presentRun->limit, qApp, [] { QCoreApplication::exit(exitAtLimit); });
 }
 
-QByteArray screenList(const TestPlatform &platform)
-{
-    QJsonArray screens;
-    for (const QRect &screen : platform.screens) {
-        screens.append(QJsonObject{
-            {"name", QStringLiteral("screen%1").arg(screens.size())},
-            {"x", screen.x()},
-            {"y", screen.y()},
-            {"width", screen.width()},
-            {"height", screen.height()},
-            {"logicalDpi", 96},
-            {"logicalBaseDpi", 96},
-            {"dpr", platform.devicePixelRatio},
-        });
-    }
-    return QJsonDocument(QJsonObject{{"screens", screens}}).toJson();
-}
-
 template<typename Window>
 Window *onlyWindow(const QString &title)
 {
@@ -74,11 +52,7 @@ Q_COREAPP_STARTUP_FUNCTION(hookIntoProgram)
 int runProgram(const StartupRun &run)
 {
     const QTemporaryDir dir;
-    QFile screens(dir.filePath("screens.json"));
-    if (!screens.open(QIODevice::WriteOnly) || screens.write(screenList(run.platform)) < 0)
-        qFatal("No screen list for the offscreen platform");
-    screens.close();
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
+    usePlatform(run.platform, dir.filePath("screens.json"));
 
     QList<QByteArray> texts{"velmora"};
     for (const QString &argument : run.arguments)

@@ -52,6 +52,15 @@ TestPlatform threeScreens()
     return sideBySide(3);
 }
 
+void usePlatform(const TestPlatform &platform, const QString &listPath)
+{
+    QFile list(listPath);
+    if (!list.open(QIODevice::WriteOnly) || list.write(screenList(platform)) < 0)
+        qFatal("No screen list for the offscreen platform");
+    list.close();
+    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(listPath.toUtf8()));
+}
+
 int runTest(int argc, char *argv[], const TestPlatform &platform,
             const std::function<QObject *()> &makeTest)
 {
@@ -62,14 +71,8 @@ int runTest(int argc, char *argv[], const TestPlatform &platform,
     qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
     qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
 
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        const QString path = home.filePath("screens.json");
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(screenList(platform)) < 0)
-            qFatal("No screen list for the offscreen platform");
-        file.close();
-        qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
-    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        usePlatform(platform, home.filePath("screens.json"));
 
     QApplication application(argc, argv);
     const std::unique_ptr<QObject> test(makeTest());

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QRect>
+#include <QString>
 
 class QObject;
 
@@ -21,6 +22,10 @@ struct TestPlatform
 TestPlatform twoScreens();
 /// Three screens side by side, 1920 × 1080 pixels each.
 TestPlatform threeScreens();
+
+/// Has applications that are made from now on run offscreen on @p platform. The list of its
+/// screens is written to @p listPath, which must stay until then.
+void usePlatform(const TestPlatform &platform, const QString &listPath);
 
 /// Runs the test object that @p makeTest returns, with an application of its own on
 /// @p platform and a settings store of its own, which starts empty and is removed at the
