@@ -10,11 +10,15 @@ target_compile_definitions(velmora_options INTERFACE
     QT_NO_FOREACH
     QT_USE_QSTRINGBUILDER)
 
-target_compile_options(velmora_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow=local -Wnon-virtual-dtor -Wold-style-cast
-    -Woverloaded-virtual -Wnull-dereference)
+if(MSVC)
+    target_compile_options(velmora_options INTERFACE /W4 /utf-8)
+else()
+    target_compile_options(velmora_options INTERFACE
+        -Wall -Wextra -Wpedantic $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wnon-virtual-dtor
+        -Wold-style-cast -Woverloaded-virtual -Wnull-dereference)
+endif()
 if(VELMORA_WARNINGS_AS_ERRORS)
-    target_compile_options(velmora_options INTERFACE -Werror)
+    target_compile_options(velmora_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 
 if(VELMORA_SANITIZERS)
@@ -30,5 +34,7 @@ endif()
 
 # Stricter, for the program itself: some of the toolkit's test macros convert silently.
 add_library(velmora_strict_options INTERFACE)
-target_compile_options(velmora_strict_options INTERFACE -Wconversion -Wsign-conversion)
+if(NOT MSVC)
+    target_compile_options(velmora_strict_options INTERFACE -Wconversion -Wsign-conversion)
+endif()
 target_link_libraries(velmora_strict_options INTERFACE velmora_options)

@@ -9,6 +9,7 @@ set(VELMORA_CREDIT_LINE_1 "Designed and built by" CACHE STRING
 set(VELMORA_CREDIT_LINE_2 "the Velmora authors" CACHE STRING
     "Second line of the About card's credits")
 
+# Checked as far as a mistake would go unnoticed until a person presses a button.
 set(label "[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?")
 set(host "${label}(\\.${label})*")
 
@@ -17,7 +18,14 @@ if(NOT VELMORA_UPDATE_HOST MATCHES "^${host}$")
         "VELMORA_UPDATE_HOST is not a host name: \"${VELMORA_UPDATE_HOST}\". "
         "Give it without scheme, port and path, as in updates.example.org.")
 endif()
-if(NOT VELMORA_WEB_SITE MATCHES "^https://${host}(:[0-9]+)?(/[A-Za-z0-9._~/?#&=%+-]*)?$")
+# No "&" in the address: it would be drawn as the mark of a button's shortcut.
+set(port 443)
+if(NOT VELMORA_WEB_SITE MATCHES "^https://${host}(:([0-9]+))?(/[A-Za-z0-9._~/?#=%+-]*)?$")
+    set(port 0)
+elseif(CMAKE_MATCH_4)
+    set(port ${CMAKE_MATCH_5})
+endif()
+if(port LESS 1 OR port GREATER 65535)
     message(FATAL_ERROR
         "VELMORA_WEB_SITE is not an https URL: \"${VELMORA_WEB_SITE}\". "
         "Give it as in https://www.example.org.")
@@ -30,3 +38,7 @@ foreach(line IN ITEMS VELMORA_CREDIT_LINE_1 VELMORA_CREDIT_LINE_2)
 endforeach()
 
 string(REGEX REPLACE "^https://|/$" "" VELMORA_WEB_ADDRESS "${VELMORA_WEB_SITE}")
+
+unset(label)
+unset(host)
+unset(port)

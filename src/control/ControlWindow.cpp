@@ -82,7 +82,12 @@ void ControlWindow::onStateChanged(bool running)
 
 void ControlWindow::onSetTime()
 {
-    const int secs = setTimeSeconds();
+    loadDuration(setTimeSeconds());
+}
+
+// The cue is re-armed last: at a duration of zero it has just been heard.
+void ControlWindow::loadDuration(int secs)
+{
     engine->setDuration(secs);
     output->setTotalSeconds(secs);
     cueFired = false;

@@ -22,7 +22,8 @@ class TimerEngine;
 /// The operator's window: preview figure, transport, time, presets, view, message, cue.
 ///
 /// It keeps no time of its own. It drives the one engine and the one Output window,
-/// which hold the truth; its buttons carry no state beyond checked and enabled. Closing
+/// which hold the truth; its buttons carry no state beyond checked and enabled. What it
+/// changes in the settings record, it saves at once. Closing
 /// it closes the Output window, and with the last window the program ends.
 class ControlWindow : public QMainWindow
 {
@@ -61,7 +62,8 @@ public slots:
     void openSettings();
     /// Hides the Output window, or shows it on the first screen that is not this window's.
     void toggleOutput();
-    /// Lets the operator choose the cue's file; cancelling changes nothing.
+    /// Lets the operator choose the cue's file and saves the record; does not switch the cue
+    /// on. Cancelling changes nothing.
     void browseSoundFile();
 
 protected:
@@ -87,6 +89,7 @@ private:
     void appendPresetItem(int secs);
     void addPreset();
     void storePresetOrder();
+    void loadDuration(int secs);
     void showInSetTimeRow(int secs);
     int setTimeSeconds() const;
 

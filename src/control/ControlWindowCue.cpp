@@ -18,6 +18,13 @@ bool isBroken(const QMediaPlayer &player)
     return player.mediaStatus() == QMediaPlayer::InvalidMedia;
 }
 
+// A file that is still being opened starts at its beginning and in time anyway. Touched in
+// that state before play(), the oldest toolkit's player can block the program for good.
+bool isOpening(const QMediaPlayer &player)
+{
+    return player.mediaStatus() == QMediaPlayer::LoadingMedia;
+}
+
 } // namespace
 
 void ControlWindow::setupPlayer()
@@ -39,8 +46,10 @@ void ControlWindow::checkCue()
     cueFired = true;
     if (isBroken(*player))
         return;
-    reattachAudioOutput();
-    player->stop();
+    if (!isOpening(*player)) {
+        reattachAudioOutput();
+        player->stop();
+    }
     player->play();
 }
 
@@ -48,8 +57,10 @@ void ControlWindow::testCue()
 {
     if (!player->source().isValid() || isBroken(*player))
         return;
-    reattachAudioOutput();
-    player->setPosition(0);
+    if (!isOpening(*player)) {
+        reattachAudioOutput();
+        player->setPosition(0);
+    }
     player->play();
 }
 

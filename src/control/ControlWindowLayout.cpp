@@ -70,15 +70,6 @@ QPushButton *makeFixedWidth(const QString &text, int width)
     return button;
 }
 
-QSpinBox *makeSpinBox(int maximum, const QString &suffix, int value)
-{
-    auto *spinBox = new QSpinBox;
-    spinBox->setRange(0, maximum);
-    spinBox->setSuffix(suffix);
-    spinBox->setValue(value);
-    return spinBox;
-}
-
 } // namespace
 
 void ControlWindow::buildUi()
@@ -222,8 +213,8 @@ QLayout *ControlWindow::buildAdjustRow()
 
 QLayout *ControlWindow::buildSetTimeRow()
 {
-    minSpin = makeSpinBox(999, tr(" min"), settings->defaultDuration / 60);
-    secSpin = makeSpinBox(59, tr(" sec"), settings->defaultDuration % 60);
+    minSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60);
+    secSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60);
 
     auto *setBtn = new QPushButton(tr("Set"));
     setBtn->setFixedSize(60, 32);

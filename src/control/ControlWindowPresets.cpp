@@ -4,8 +4,6 @@
 #include <QSpinBox>
 
 #include "AppSettings.h"
-#include "OutputWindow.h"
-#include "TimerEngine.h"
 
 namespace {
 
@@ -62,9 +60,7 @@ void ControlWindow::appendPresetItem(int secs)
 // Loading never starts the timer; a running count stops at the new value.
 void ControlWindow::onPreset(int secs)
 {
-    engine->setDuration(secs);
-    output->setTotalSeconds(secs);
-    cueFired = false;
+    loadDuration(secs);
     showInSetTimeRow(secs);
 }
 

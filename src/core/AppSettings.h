@@ -21,8 +21,8 @@ struct AppSettings
     QColor timerColorNormal{QStringLiteral("#00cc00")};   ///< figure above the warning threshold
     QColor timerColorWarning{QStringLiteral("#ff8800")};  ///< figure from 1 s to the threshold
     QColor timerColorCritical{QStringLiteral("#ff2200")}; ///< figure at zero and in overtime
-    QColor clockColor{QStringLiteral("#ffffff")};
-    QColor messageColor{QStringLiteral("#ffff00")};
+    QColor clockColor{QStringLiteral("#ffffff")};         ///< text of the clock
+    QColor messageColor{QStringLiteral("#ffff00")};       ///< text of the message
 
     int timerFontSize = 150;  ///< pixels in a window 1080 pixels high; 30 to 550 when loaded
     int clockFontSize = 80;   ///< pixels in a window 1080 pixels high; 20 to 300 when loaded
@@ -35,25 +35,28 @@ struct AppSettings
 
     QList<int> presets{300, 600, 900, 1800}; ///< seconds, in display order; never range-checked
 
-    QString bgImagePath; ///< background picture; empty: none; not checked for existence
-    bool bgImageEnabled = false;
+    QString bgImagePath;         ///< background picture; empty: none; not checked for existence
+    bool bgImageEnabled = false; ///< the picture is shown instead of `bgColor`
 
-    QString soundFilePath; ///< audio cue; empty: none; not checked for existence
-    bool soundEnabled = false;
+    QString soundFilePath;     ///< audio cue; empty: none; not checked for existence
+    bool soundEnabled = false; ///< the cue plays at zero
 
-    // Key sequences in the portable text form; empty: the action has no key.
+    /// Key sequences in the portable text form, never checked; empty, or a text that names
+    /// no key: the action has no key.
+    ///@{
     QString shortcutStartPause = QStringLiteral("Space");
     QString shortcutReset = QStringLiteral("R");
     QString shortcutPlusMin = QStringLiteral("Up");
     QString shortcutMinusMin = QStringLiteral("Down");
     QString shortcutToggleOutput = QStringLiteral("O");
+    ///@}
 };
 
 /// Fills every field from the per-user store and clamps the five sizes and times.
 ///
 /// A key that is absent yields the field's fallback, a number that does not
 /// convert its minimum, a colour that does not parse an invalid QColor. `presets`
-/// is left alone when the stored list is empty. Writes nothing to the store.
+/// is left alone when the stored list is empty; a size of more than 10000 counts as 10000. Writes nothing to the store.
 void loadSettings(AppSettings &settings);
 
 /// Writes every field to the per-user store as it stands, without clamping.

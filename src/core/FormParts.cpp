@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QSpinBox>
 
 QFrame *makeLine(const QString &styleSheet)
 {
@@ -15,4 +16,13 @@ QFrame *makeLine(const QString &styleSheet)
 QLabel *makeTitle(const QString &title)
 {
     return new QLabel(title.toUpper());
+}
+
+QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value)
+{
+    auto *spinBox = new QSpinBox;
+    spinBox->setRange(minimum, maximum);
+    spinBox->setValue(value);
+    spinBox->setSuffix(suffix);
+    return spinBox;
 }

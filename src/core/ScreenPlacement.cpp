@@ -34,8 +34,10 @@ void showOnOtherScreen(QWidget &audienceWindow, const QWidget &operatorWindow)
     audienceWindow.setWindowState(Qt::WindowNoState);
     audienceWindow.resize(ordinarySize);
     // Nor may it come back where that screen was.
-    const QRect available = operatorWindow.screen()->availableGeometry();
-    if (!available.contains(audienceWindow.geometry().center()))
-        audienceWindow.move(available.topLeft());
+    if (const QScreen *screen = operatorWindow.screen()) {
+        const QRect available = screen->availableGeometry();
+        if (!available.contains(audienceWindow.geometry().center()))
+            audienceWindow.move(available.topLeft());
+    }
     audienceWindow.show();
 }

@@ -227,6 +227,8 @@ void OutputWindow::loadBackground()
 
     if (!bgPixmap.isNull()) {
         setAutoFillBackground(false);
+        // From one picture to another nothing else asks for the whole window to be drawn.
+        update();
         return;
     }
     // A picture that cannot be read is silently absent.

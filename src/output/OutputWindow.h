@@ -36,9 +36,11 @@ public:
 
 public slots:
     /// The count is now @p seconds: redraws figure and bar, starts the blink at zero
-    /// of a count-down, ends it at a positive count or any tick of a count-up.
+    /// of a count-down if blinking is enabled, ends it at a positive count or any tick of a
+    /// count-up. In overtime a running blink goes on.
     void onTimerTick(int seconds);
-    /// Reads every look from the record anew, the background picture from its file.
+    /// Reads every look from the record anew, the background picture from its file. A picture
+    /// that cannot be read leaves the colour. A running blink is not stopped.
     void refreshSettings();
     /// Sets the direction and ends a running blink. The colours do not depend on it.
     void setCountUp(bool countUp);

@@ -1,5 +1,8 @@
 #include "SettingsDialog.h"
 
+#include <array>
+#include <utility>
+
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -14,6 +17,7 @@
 
 #include "AppSettings.h"
 #include "DialogParts.h"
+#include "FormParts.h"
 #include "Stepper.h"
 
 namespace {
@@ -32,16 +36,6 @@ void setColorButton(QPushButton *button, const QColor &color)
         brightness >= lightGround ? QStringLiteral("#000000") : QStringLiteral("#ffffff");
     button->setStyleSheet(colorButtonStyle.arg(color.name(), textColor));
     button->setText(color.name().toUpper());
-}
-
-// The range first, so that a value outside it is brought to its bounds.
-QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value)
-{
-    auto *spinBox = new QSpinBox;
-    spinBox->setRange(minimum, maximum);
-    spinBox->setValue(value);
-    spinBox->setSuffix(suffix);
-    return spinBox;
 }
 
 QCheckBox *makeCheckBox(const QString &text, bool checked)

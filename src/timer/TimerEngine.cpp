@@ -6,6 +6,12 @@ namespace {
 
 constexpr int tickIntervalMs = 1000;
 
+// The count is deliberately not guarded: beyond 32 bits it wraps round.
+int sum(int seconds, int delta)
+{
+    return int(unsigned(seconds) + unsigned(delta));
+}
+
 } // namespace
 
 TimerEngine::TimerEngine(QObject *parent)
@@ -66,8 +72,8 @@ void TimerEngine::setDuration(int secs)
 
 void TimerEngine::addSeconds(int delta)
 {
-    remainingSeconds = std::max(remainingSeconds + delta, 0);
-    durationSeconds = std::max(durationSeconds + delta, 0);
+    remainingSeconds = std::max(sum(remainingSeconds, delta), 0);
+    durationSeconds = std::max(sum(durationSeconds, delta), 0);
     emit tick(remainingSeconds);
 }
 
@@ -83,7 +89,7 @@ void TimerEngine::setOvertimeEnabled(bool enabled)
 
 void TimerEngine::onTimeout()
 {
-    remainingSeconds += countUp ? 1 : -1;
+    remainingSeconds = sum(remainingSeconds, countUp ? 1 : -1);
     emit tick(remainingSeconds);
 
     if (!countUp && remainingSeconds <= 0 && !overtimeEnabled) {

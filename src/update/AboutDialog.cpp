@@ -131,7 +131,9 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addSpacing(6);
     const QString credits = QString::fromUtf8(makerCreditLine1) + QLatin1Char('\n')
         + QString::fromUtf8(makerCreditLine2);
-    column->addWidget(makeCentredLabel(credits, creditsStyle));
+    QLabel *creditsLabel = makeCentredLabel(credits, creditsStyle);
+    creditsLabel->setTextFormat(Qt::PlainText); // a maker's name may look like mark-up
+    column->addWidget(creditsLabel);
     column->addSpacing(12);
 
     column->addWidget(makeLine(lineStyle));

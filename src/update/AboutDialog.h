@@ -9,5 +9,6 @@ class AboutDialog : public QDialog
     Q_OBJECT
 
 public:
+    /// Builds the card; the caller runs it with exec().
     explicit AboutDialog(QWidget *parent = nullptr);
 };

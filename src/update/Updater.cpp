@@ -48,7 +48,9 @@ void setNotes(QMessageBox &box, const QString &notes)
             continue;
         // The box leaves the format to a guess, which may take "&amp;" for plain text.
         label->setTextFormat(escaped == notes ? Qt::PlainText : Qt::RichText);
-        label->sizeHint(); // fills the rich text's document, whose lines run together
+        // Asking for the size fills the rich text's document, in which lines run together.
+        // Should a toolkit have no such document, only the line breaks are lost.
+        label->sizeHint();
         if (auto *document = label->findChild<QTextDocument *>())
             document->setPlainText(notes);
     }

@@ -14,6 +14,7 @@ class Updater : public QObject
     Q_OBJECT
 
 public:
+    /// Asks nothing yet; see check().
     explicit Updater(QObject *parent = nullptr);
 
     /// Sends one request and returns at once. A newer version is always offered; with

@@ -110,6 +110,7 @@ private slots:
     void browse_cancelled_changesNothing();
     void test_plays_data();
     void test_plays();
+    void test_whileTheFileIsOpened_playsIt();
     void test_whileSounding_startsOver();
     void test_leavesTheZeroAlone();
     void brokenFile_isSilentAndDelaysNothing_data();
@@ -342,6 +343,17 @@ void ControlWindowCueFileTest::test_plays()
     fixture.button("Test")->click();
     QCOMPARE(fixture.plays(), 1);
     QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
+}
+
+// Pressed so early, the oldest toolkit's player once blocked the program every few times.
+void ControlWindowCueFileTest::test_whileTheFileIsOpened_playsIt()
+{
+    for (int i = 0; i < 10; ++i) {
+        const CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
+        fixture.button("Test")->click();
+        QVERIFY(fixture.waitForSound());
+        QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
+    }
 }
 
 void ControlWindowCueFileTest::test_whileSounding_startsOver()

@@ -11,6 +11,7 @@ class AppSettingsPresetsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void damagedSize_doesNotHoldTheStart();
     void init();
 
     void storedList_isTaken_data();
@@ -166,6 +167,15 @@ void AppSettingsPresetsTest::emptyListAfterAFullOne_givesBackTheDefaults()
     savePresets({10, 20});
     savePresets({});
     QCOMPARE(loadedPresets(), defaultPresets);
+}
+
+void AppSettingsPresetsTest::damagedSize_doesNotHoldTheStart()
+{
+    writeStoreBytes("[presets]\n1\\val=60\nsize=2000000000\n");
+    AppSettings settings;
+    loadSettings(settings);
+    QCOMPARE(settings.presets.size(), 10000);
+    QCOMPARE(settings.presets.constFirst(), 60);
 }
 
 VELMORA_TEST_MAIN(AppSettingsPresetsTest)

@@ -37,6 +37,7 @@ void StartupProcessTest::program_writesNothingToItsStreams()
          {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
         environment.insert(name, home.path());
     environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("LC_ALL", "C.UTF-8"); // the toolkit remarks on any other encoding
     QProcess program;
     program.setProcessEnvironment(environment);
     program.start(VELMORA_PROGRAM, QStringList());

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QPaintEvent>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -34,6 +35,7 @@ private slots:
     void unusablePicture_showsTheColour();
     void picture_isReadAnew_data();
     void picture_isReadAnew();
+    void picture_afterAPicture_isDrawnEverywhere();
     void pictureThatIsGone_givesWayToTheColour();
     void pictureSwitchedOff_givesWayToTheColour();
     void blinkOverAPicture_showsTheGroundsColour();
@@ -294,6 +296,45 @@ void OutputWindowBackgroundTest::picture_isReadAnew()
     savePicture("changing.png", Qt::green);
     event(window);
     QCOMPARE(cornerColour(window), QColor(Qt::green));
+}
+
+namespace {
+
+/// The part of a window that it was asked to draw.
+class PaintedRegion : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+
+    QRegion region;
+};
+
+} // namespace
+
+// A grab draws everything and would not show a window that is left half old and half new.
+void OutputWindowBackgroundTest::picture_afterAPicture_isDrawnEverywhere()
+{
+    savePicture("one.png", Qt::red);
+    savePicture("other.png", Qt::green);
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("one.png");
+    OutputWindow window(&settings);
+    window.resize(800, 500);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+
+    PaintedRegion painted;
+    window.installEventFilter(&painted);
+    settings.bgImagePath = path("other.png");
+    window.refreshSettings();
+    QTRY_COMPARE(painted.region.boundingRect(), window.rect());
+    QCOMPARE(QRegion(window.rect()) - painted.region, QRegion());
 }
 
 void OutputWindowBackgroundTest::pictureThatIsGone_givesWayToTheColour()

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -20,6 +21,7 @@
 #include "Record.h"
 #include "SettingsDialog.h"
 #include "Store.h"
+#include "StyleSheet.h"
 #include "TestMain.h"
 
 namespace {
@@ -58,6 +60,7 @@ private slots:
     void page_readsFromTopToBottom();
     void colorButton_isOfItsSize_data();
     void colorButton_isOfItsSize();
+    void colorButton_isHigherInTheApplicationsDress();
     void colorButton_showsNameAndContrast_data();
     void colorButton_showsNameAndContrast();
     void colorButton_picksItsOwnColor_data();
@@ -136,6 +139,21 @@ void SettingsDialogColorsTest::colorButton_isOfItsSize()
     QCOMPARE(button->minimumSize(), QSize(80, 26));
     QCOMPARE(button->maximumSize(), QSize(80, 26));
     QCOMPARE(button->size(), QSize(80, 26));
+}
+
+// The button's own sheet leaves the minimum height of 28 and twice 6 of padding to the
+// application's, and with 1 of border on both sides they beat the fixed height of 26.
+void SettingsDialogColorsTest::colorButton_isHigherInTheApplicationsDress()
+{
+    qApp->setStyleSheet(applicationStyleSheet());
+    AppSettings record;
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    dialog.show();
+    view.showPage(QStringLiteral("Colors"));
+    const QSize size = view.colorButton(QStringLiteral("Clock"))->size();
+    qApp->setStyleSheet({});
+    QCOMPARE(size, QSize(80, 42));
 }
 
 void SettingsDialogColorsTest::colorButton_showsNameAndContrast_data()

@@ -19,13 +19,13 @@ QByteArray screenList(const TestPlatform &platform)
     for (const QRect &screen : platform.screens) {
         screens.append(QJsonObject{
             {"name", QStringLiteral("screen%1").arg(screens.size())},
-            {"x", screen.x()},
-            {"y", screen.y()},
-            {"width", screen.width()},
-            {"height", screen.height()},
+            {"x", screen.x() * platform.devicePixelRatio},
+            {"y", screen.y() * platform.devicePixelRatio},
+            {"width", screen.width() * platform.devicePixelRatio},
+            {"height", screen.height() * platform.devicePixelRatio},
             {"logicalDpi", 96},
             {"logicalBaseDpi", 96},
-            {"dpr", platform.devicePixelRatio},
+            {"dpr", 1},
         });
     }
     return QJsonDocument(QJsonObject{{"screens", screens}}).toJson();
@@ -59,6 +59,8 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
         qFatal("No screen list for the offscreen platform");
     list.close();
     qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(listPath.toUtf8()));
+    // Not the list's own ratio, which only some versions of the platform heed.
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(platform.devicePixelRatio));
 }
 
 int runTest(int argc, char *argv[], const TestPlatform &platform,

@@ -12,7 +12,8 @@ class QObject;
 /// What a test executable runs on, unless the environment asks for another platform.
 struct TestPlatform
 {
-    /// The screens of the offscreen platform, the first one primary.
+    /// The screens of the offscreen platform in device-independent pixels, the first one
+    /// primary.
     QList<QRect> screens{QRect(0, 0, 1920, 1080)};
     /// Device pixel ratio of all screens.
     double devicePixelRatio = 1.0;

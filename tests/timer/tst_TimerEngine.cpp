@@ -12,6 +12,7 @@ class TimerEngineTest : public QObject
     Q_OBJECT
 
 private slots:
+    void countBeyond32Bits_wrapsRound();
     void start_whileStopped_runsAndReportsIt();
     void start_whileRunning_isSilent();
     void start_atZeroWithOvertimeOff_runs();
@@ -304,6 +305,16 @@ void TimerEngineTest::setOvertimeEnabled_offWhileNegative_keepsRunning()
     passOneSecond(engine);
     QVERIFY(!engine.isRunning());
     QCOMPARE(recorder.take(), QStringList({"tick -6", "stopped"}));
+}
+
+void TimerEngineTest::countBeyond32Bits_wrapsRound()
+{
+    TimerEngine engine;
+    engine.setDuration(std::numeric_limits<int>::min());
+    QMetaObject::invokeMethod(&engine, "onTimeout");
+    QCOMPARE(engine.remaining(), std::numeric_limits<int>::max());
+    engine.addSeconds(60);
+    QCOMPARE(engine.remaining(), 0);
 }
 
 VELMORA_TEST_MAIN(TimerEngineTest)

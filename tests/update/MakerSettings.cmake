@@ -91,7 +91,8 @@ foreach(site IN ITEMS
         "https://www.example.org/a b" "https://user@www.example.org"
         "https://www.example.org:/" "https://www.example.org/\"" "https://www.example.org/\\n"
         "ftp://www.example.org" "javascript:alert(1)" "https://-a.example"
-        "https://www.example.org\nhttp://b.example")
+        "https://www.example.org\nhttp://b.example" "https://www.example.org:0"
+        "https://www.example.org:65536" "https://www.example.org:99999" "https://a.example/?a&b")
     refuses(VELMORA_WEB_SITE "${site}" "an https URL")
 endforeach()
 

@@ -59,6 +59,7 @@ private slots:
     void separators_areThinLines();
     void logo_fillsItsSquare();
     void crossButton_isHeldToItsSize();
+    void crossButton_isHigherInTheApplicationsDress();
     void crossButton_standsAtTheRight();
     void card_paintsNothingAroundItsShadow();
 };
@@ -265,6 +266,18 @@ void AboutDialogTest::crossButton_isHeldToItsSize()
     const AboutDialog dialog;
     QCOMPARE(AboutCard(dialog).crossButton()->minimumSize(), QSize(28, 28));
     QCOMPARE(AboutCard(dialog).crossButton()->maximumSize(), QSize(28, 28));
+}
+
+// Its own sheet leaves the minimum height of 28 and twice 6 of padding to the application's,
+// which beat the fixed height.
+void AboutDialogTest::crossButton_isHigherInTheApplicationsDress()
+{
+    qApp->setStyleSheet(applicationStyleSheet());
+    AboutDialog dialog;
+    dialog.show();
+    const QSize size = AboutCard(dialog).crossButton()->size();
+    qApp->setStyleSheet({});
+    QCOMPARE(size, QSize(28, 40));
 }
 
 void AboutDialogTest::crossButton_standsAtTheRight()
