@@ -77,6 +77,7 @@ void Updater::check(bool silent)
 void Updater::checkForPerson()
 {
     // The list is never deleted either, so a leak checker does not take them for lost.
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
     static auto *const kept = new QList<Updater *>;
     kept->append(new Updater);
     kept->constLast()->check(false);
