@@ -6,6 +6,9 @@ target_compile_definitions(velmora_options INTERFACE
     # The program stays clear of everything that the toolkit has deprecated up to 6.8.
     QT_DISABLE_DEPRECATED_BEFORE=0x060800
     QT_DISABLE_DEPRECATED_UP_TO=0x060800
+    # What newer ones have deprecated since is warned of, under both names of this setting.
+    QT_DEPRECATED_WARNINGS_SINCE=0x070000
+    QT_WARN_DEPRECATED_UP_TO=0x070000
     QT_NO_CAST_TO_ASCII
     QT_NO_FOREACH
     QT_USE_QSTRINGBUILDER)
@@ -19,6 +22,16 @@ else()
 endif()
 if(VELMORA_WARNINGS_AS_ERRORS)
     target_compile_options(velmora_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
+endif()
+
+# A release reads files and replies that are not its own: it is built as hardened as the
+# system's own programs.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    target_compile_options(velmora_options INTERFACE
+        $<$<CONFIG:Release>:-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    target_link_options(velmora_options INTERFACE
+        $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
 endif()
 
 if(VELMORA_SANITIZERS)

@@ -8,6 +8,8 @@ set(VELMORA_CREDIT_LINE_1 "Designed and built by" CACHE STRING
     "First line of the About card's credits")
 set(VELMORA_CREDIT_LINE_2 "the Velmora authors" CACHE STRING
     "Second line of the About card's credits")
+set(VELMORA_CONTACT "the Velmora authors <authors@velmora.example>" CACHE STRING
+    "Who answers for the packages, as in: Name <address>")
 
 # Checked as far as a mistake would go unnoticed until a person presses a button.
 set(label "[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?")
@@ -36,6 +38,11 @@ foreach(line IN ITEMS VELMORA_CREDIT_LINE_1 VELMORA_CREDIT_LINE_2)
             "${line} is not one line of text without quotes and backslashes: \"${${line}}\".")
     endif()
 endforeach()
+if(NOT VELMORA_CONTACT MATCHES "^[^<>\r\n\"]+ <[^<>@ ]+@${host}>$")
+    message(FATAL_ERROR
+        "VELMORA_CONTACT is not a name and a mail address: \"${VELMORA_CONTACT}\". "
+        "Give it as in: the Example company <velmora@example.org>.")
+endif()
 
 string(REGEX REPLACE "^https://|/$" "" VELMORA_WEB_ADDRESS "${VELMORA_WEB_SITE}")
 

@@ -105,3 +105,17 @@ foreach(number IN ITEMS 1 2)
         refuses(${setting} "${text}" "one line of text without quotes and backslashes")
     endforeach()
 endforeach()
+
+foreach(contact IN ITEMS
+        "the Velmora authors <authors@velmora.example>" "Ärzte & Söhne <a.b+c@example.org>")
+    configure("-DVELMORA_CONTACT=${contact}")
+    if(NOT result EQUAL 0)
+        message(SEND_ERROR "VELMORA_CONTACT=${contact} is refused: ${output}")
+    endif()
+endforeach()
+foreach(contact IN ITEMS
+        "" "authors@velmora.example" "the Velmora authors" "<a@example.org>" "A <example.org>"
+        "A <a@b@example.org>" "A <a@>" "A <a@example.org> B" "A\nB <a@example.org>"
+        "A \"B\" <a@example.org>" "A <a@-example.org>")
+    refuses(VELMORA_CONTACT "${contact}" "a name and a mail address")
+endforeach()
