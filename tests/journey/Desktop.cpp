@@ -140,6 +140,20 @@ QRect desktop::windowGeometry(const QString &title)
     return geometry;
 }
 
+QString desktop::windowClass(const QString &title)
+{
+    // Identifier, desktop, instance and class with a dot between.
+    static const QRegularExpression entry("^(\\S+) +\\S+ +[^ .]+\\.(\\S+) ");
+    const QString id = windowId(title);
+    const QStringList lines = outputOf("wmctrl", {"-l", "-x"}).split('\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        const QRegularExpressionMatch match = entry.match(line);
+        if (match.captured(1) == id)
+            return match.captured(2);
+    }
+    return {};
+}
+
 QString desktop::activeWindow()
 {
     return outputOf("xdotool", {"getactivewindow", "getwindowname"}).trimmed();

@@ -21,6 +21,8 @@ bool hasWindow(const QString &title);
 /// Its client area on the desktop, null when there is no such window. The place is exact for
 /// a window without a frame; the tool behind it counts a frame twice.
 QRect windowGeometry(const QString &title);
+/// The class by which the desktop finds the window's entry in its menu.
+QString windowClass(const QString &title);
 /// The title of the window that has the keyboard.
 QString activeWindow();
 

@@ -1,3 +1,4 @@
+#include <QSettings>
 #include <QTest>
 
 #include "Desktop.h"
@@ -12,6 +13,7 @@ class JourneyWindows : public Journey
 
 private slots:
     void start_placesOutputFullScreenOnTheSecondMonitor();
+    void windows_haveTheClassOfTheDesktopEntry();
     void toggleKey_hidesAndShowsOutput();
     void toggleButton_hidesAndShowsOutput();
     void keys_workWhileOutputHasTheFocus();
@@ -29,6 +31,19 @@ void JourneyWindows::start_placesOutputFullScreenOnTheSecondMonitor()
     AWAIT(outputShows("05:00", normalColour));
     QVERIFY(program.close());
     QVERIFY(!desktop::hasWindow(outputTitle));
+}
+
+void JourneyWindows::windows_haveTheClassOfTheDesktopEntry()
+{
+    QSettings entry(VELMORA_DESKTOP_ENTRY, QSettings::IniFormat);
+    const QString wanted = entry.value("Desktop Entry/StartupWMClass").toString();
+    QVERIFY(!wanted.isEmpty());
+    QVERIFY(program.start());
+    QCOMPARE(desktop::windowClass(controlTitle), wanted);
+    QCOMPARE(desktop::windowClass(outputTitle), wanted);
+    program.clickPreview();
+    AWAIT(desktop::hasWindow(previewTitle));
+    QCOMPARE(desktop::windowClass(previewTitle), wanted);
 }
 
 void JourneyWindows::toggleKey_hidesAndShowsOutput()
