@@ -1,0 +1,64 @@
+# Sourced by the scripts that try something in a clean Debian system of its own: a folder with
+# nothing but the system's essential packages, entered by chroot. Needs root's rights and the
+# packages of scripts/install-packages roots.
+
+# Says so and fails when this machine or this person cannot make such systems.
+can_make_roots() {
+    if [ "$(id -u)" -ne 0 ] || ! unshare --mount true 2>/dev/null; then
+        printf '%s: needs the rights to make and enter a clean system; run it as root.\n' \
+            "${0##*/}" >&2
+        return 1
+    fi
+}
+
+# make_root SUITE FOLDER
+make_root() {
+    mmdebstrap --quiet --variant=minbase --components=main "$1" "$2"
+}
+
+# Run in a mount namespace of its own, with the folder as $root.
+mount_system='
+    set -e
+    mount -t proc proc "$root/proc"
+    mount -t tmpfs -o mode=755 tmpfs "$root/dev"
+    for device in null zero full random urandom tty; do
+        touch "$root/dev/$device"
+        mount --bind "/dev/$device" "$root/dev/$device"
+    done
+    mkdir "$root/dev/pts" "$root/dev/shm"
+    mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+    ln -s pts/ptmx "$root/dev/ptmx"
+    mount -t tmpfs tmpfs "$root/dev/shm"
+    ln -s /proc/self/fd "$root/dev/fd"
+'
+root_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
+
+# in_root FOLDER COMMAND...: runs the command there, in an environment of nothing but HOME, PATH
+# and a plain terminal. Whatever it leaves running ends with it.
+in_root() {
+    unshare --mount --pid --fork --kill-child bash -c "root=\$1; shift; $mount_system"'
+        exec chroot "$root" env -i HOME=/root TERM=dumb PATH='"$root_path"' "$@"
+    ' in_root "$@"
+}
+
+# write_command_in_root FOLDER COMMAND FILE: writes a program that runs the command there, with
+# the caller's environment and temporary files, so that it reaches the caller's X and sound
+# servers, but without any network. It stays the same process, so it can be waited for.
+write_command_in_root() {
+    cat >"$3" <<SCRIPT
+#!/bin/bash
+export root=$1
+exec unshare --mount --net bash -c '$mount_system
+    mount --bind /tmp "\$root/tmp"
+    export HOME=/root PATH=$root_path
+    exec chroot "\$root" $2 "\$@"' command "\$@"
+SCRIPT
+    chmod +x "$3"
+}
+
+# copy_sources FOLDER: the sources as git knows them, with what is changed but not committed.
+copy_sources() {
+    mkdir -p "$1"
+    git ls-files -z --cached --others --exclude-standard |
+        tar --create --null --files-from=- | tar --extract --directory="$1"
+}
