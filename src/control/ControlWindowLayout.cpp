@@ -41,31 +41,39 @@ const QString addToPresetStyle =
     QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
 const QString soundFileStyle = QStringLiteral("color:#aaa; font-size:11px;");
 
-QLabel *makeSectionHeader(const QString &title)
+QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
 {
-    QLabel *header = makeTitle(title);
+    QLabel *header = makeTitle(title, input);
     header->setObjectName(QStringLiteral("sectionHeader"));
     return header;
 }
 
-QPushButton *makeCheckable(const QString &text, bool checked = false)
+// Symbols and capitals of @p text are for the eye; a screen reader says @p name.
+QPushButton *makeButton(const QString &text, const QString &name)
 {
     auto *button = new QPushButton(text);
+    button->setAccessibleName(name);
+    return button;
+}
+
+QPushButton *makeCheckable(const QString &text, const QString &name, bool checked = false)
+{
+    QPushButton *button = makeButton(text, name);
     button->setCheckable(true);
     button->setChecked(checked);
     return button;
 }
 
-QPushButton *makeNamed(const QString &text, const QString &objectName)
+QPushButton *makeHooked(const QString &text, const QString &name, const QString &objectName)
 {
-    auto *button = new QPushButton(text);
+    QPushButton *button = makeButton(text, name);
     button->setObjectName(objectName);
     return button;
 }
 
-QPushButton *makeFixedWidth(const QString &text, int width)
+QPushButton *makeFixedWidth(const QString &text, const QString &name, int width)
 {
-    auto *button = new QPushButton(text);
+    QPushButton *button = makeButton(text, name);
     button->setFixedWidth(width);
     return button;
 }
@@ -86,6 +94,7 @@ void ControlWindow::buildUi()
     timerPreview->setObjectName(QStringLiteral("timerPreview"));
     timerPreview->setAlignment(Qt::AlignCenter);
     timerPreview->setFixedHeight(80);
+    timerPreview->setAccessibleDescription(tr("Timer")); // its name is the figure itself
     mainLayout->addWidget(timerPreview);
 
     mainLayout->addWidget(buildScrollArea(), 1);
@@ -98,7 +107,8 @@ void ControlWindow::buildUi()
 QLayout *ControlWindow::buildHeaderRow()
 {
     // Two leading blanks part the text from the logo.
-    QPushButton *titleBtn = makeNamed(tr("  VELMORA"), QStringLiteral("appTitle"));
+    QPushButton *titleBtn =
+        makeHooked(tr("  VELMORA"), tr("About Velmora"), QStringLiteral("appTitle"));
     titleBtn->setIcon(QIcon(logoPath));
     titleBtn->setIconSize(QSize(28, 28));
     titleBtn->setStyleSheet(titleStyle);
@@ -107,7 +117,8 @@ QLayout *ControlWindow::buildHeaderRow()
         dialog.exec();
     });
 
-    QPushButton *settingsBtn = makeNamed(QStringLiteral("⚙"), QStringLiteral("settingsBtn"));
+    QPushButton *settingsBtn =
+        makeHooked(QStringLiteral("⚙"), tr("Settings"), QStringLiteral("settingsBtn"));
     settingsBtn->setFixedSize(36, 36);
     settingsBtn->setToolTip(tr("Settings"));
     connect(settingsBtn, &QPushButton::clicked, this, &ControlWindow::openSettings);
@@ -133,12 +144,13 @@ QWidget *ControlWindow::buildScrollArea()
     column->addLayout(buildAdjustRow());
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Set Time")));
-    column->addLayout(buildSetTimeRow());
+    QLayout *setTimeRow = buildSetTimeRow();
+    column->addWidget(makeSectionHeader(tr("Set Time"), minSpin));
+    column->addLayout(setTimeRow);
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder")));
     buildPresetList();
+    column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder"), presetList));
     column->addWidget(presetList);
 
     column->addWidget(makeLine());
@@ -146,8 +158,9 @@ QWidget *ControlWindow::buildScrollArea()
     column->addLayout(buildViewRow());
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Message Overlay")));
-    column->addLayout(buildMessageRow());
+    QLayout *messageRow = buildMessageRow();
+    column->addWidget(makeSectionHeader(tr("Message Overlay"), messageEdit));
+    column->addLayout(messageRow);
 
     column->addWidget(makeLine());
     column->addWidget(makeSectionHeader(tr("Audio Cue at 00:00")));
@@ -156,6 +169,7 @@ QWidget *ControlWindow::buildScrollArea()
     column->addStretch();
 
     auto *scrollArea = new QScrollArea;
+    scrollArea->setAccessibleName(tr("Timer controls")); // Tab stops at it, too
     scrollArea->setWidgetResizable(true);
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -168,8 +182,8 @@ QWidget *ControlWindow::buildScrollArea()
 // The two are kept exclusive by hand, as the three of the view row are.
 QLayout *ControlWindow::buildDirectionRow()
 {
-    countdownBtn = makeCheckable(tr("▼  Countdown"), true);
-    countUpBtn = makeCheckable(tr("▲  Count Up"));
+    countdownBtn = makeCheckable(tr("▼  Countdown"), tr("Countdown"), true);
+    countUpBtn = makeCheckable(tr("▲  Count Up"), tr("Count up"));
     connect(countdownBtn, &QPushButton::clicked, this, [this] { chooseDirection(false); });
     connect(countUpBtn, &QPushButton::clicked, this, [this] { chooseDirection(true); });
 
@@ -181,9 +195,9 @@ QLayout *ControlWindow::buildDirectionRow()
 
 QLayout *ControlWindow::buildTransportRow()
 {
-    startBtn = makeNamed(tr("▶  START"), QStringLiteral("startBtn"));
-    pauseBtn = makeNamed(tr("⏸  PAUSE"), QStringLiteral("pauseBtn"));
-    resetBtn = makeNamed(tr("↺  RESET"), QStringLiteral("resetBtn"));
+    startBtn = makeHooked(tr("▶  START"), tr("Start"), QStringLiteral("startBtn"));
+    pauseBtn = makeHooked(tr("⏸  PAUSE"), tr("Pause"), QStringLiteral("pauseBtn"));
+    resetBtn = makeHooked(tr("↺  RESET"), tr("Reset"), QStringLiteral("resetBtn"));
     connect(startBtn, &QPushButton::clicked, engine, &TimerEngine::start);
     connect(pauseBtn, &QPushButton::clicked, engine, &TimerEngine::pause);
     connect(resetBtn, &QPushButton::clicked, engine, &TimerEngine::reset);
@@ -198,8 +212,8 @@ QLayout *ControlWindow::buildTransportRow()
 // Neither re-arms the cue: adding a minute at zero does not make the same run sound twice.
 QLayout *ControlWindow::buildAdjustRow()
 {
-    plusMinBtn = new QPushButton(tr("+1 min"));
-    minusMinBtn = new QPushButton(tr("−1 min"));
+    plusMinBtn = makeButton(tr("+1 min"), tr("Add 1 minute"));
+    minusMinBtn = makeButton(tr("−1 min"), tr("Subtract 1 minute"));
     plusMinBtn->setFixedHeight(30);
     minusMinBtn->setFixedHeight(30);
     connect(plusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(60); });
@@ -213,15 +227,15 @@ QLayout *ControlWindow::buildAdjustRow()
 
 QLayout *ControlWindow::buildSetTimeRow()
 {
-    minSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60);
-    secSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60);
+    minSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
+    secSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
 
-    auto *setBtn = new QPushButton(tr("Set"));
+    QPushButton *setBtn = makeButton(tr("Set"), tr("Set time"));
     setBtn->setFixedSize(60, 32);
     setBtn->setStyleSheet(setButtonStyle);
     connect(setBtn, &QPushButton::clicked, this, &ControlWindow::onSetTime);
 
-    auto *addToPresetBtn = new QPushButton(tr("Add to Preset"));
+    QPushButton *addToPresetBtn = makeButton(tr("Add to Preset"), tr("Add to presets"));
     addToPresetBtn->setFixedSize(100, 32);
     addToPresetBtn->setStyleSheet(addToPresetStyle);
     connect(addToPresetBtn, &QPushButton::clicked, this, &ControlWindow::addPreset);
@@ -237,9 +251,9 @@ QLayout *ControlWindow::buildSetTimeRow()
 
 QLayout *ControlWindow::buildViewRow()
 {
-    viewTimerBtn = makeCheckable(tr("⏱  Timer"));
-    viewClockBtn = makeCheckable(tr("🕐  Clock"));
-    viewBothBtn = makeCheckable(tr("⊞  Both"), true); // as the Output window starts
+    viewTimerBtn = makeCheckable(tr("⏱  Timer"), tr("Timer view"));
+    viewClockBtn = makeCheckable(tr("🕐  Clock"), tr("Clock view"));
+    viewBothBtn = makeCheckable(tr("⊞  Both"), tr("Both views"), true); // as the output starts
     connect(viewTimerBtn, &QPushButton::clicked, this, [this] { onViewChanged(0); });
     connect(viewClockBtn, &QPushButton::clicked, this, [this] { onViewChanged(1); });
     connect(viewBothBtn, &QPushButton::clicked, this, [this] { onViewChanged(2); });
@@ -255,8 +269,9 @@ QLayout *ControlWindow::buildMessageRow()
 {
     messageEdit = new QLineEdit;
     messageEdit->setPlaceholderText(tr("Enter message to push to output screen…"));
-    QPushButton *pushBtn = makeFixedWidth(tr("Push"), 60);
-    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), 60);
+    messageEdit->setAccessibleName(tr("Message overlay"));
+    QPushButton *pushBtn = makeFixedWidth(tr("Push"), tr("Push message"), 60);
+    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), tr("Clear message"), 60);
     connect(pushBtn, &QPushButton::clicked, this, &ControlWindow::onPushMessage);
     connect(messageEdit, &QLineEdit::returnPressed, this, &ControlWindow::onPushMessage);
     connect(clearBtn, &QPushButton::clicked, this, &ControlWindow::onClearMessage);
@@ -284,9 +299,10 @@ void ControlWindow::buildCue(QVBoxLayout *column)
     soundFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
     // A long name is cut off; without this it would push the buttons out of the window.
     soundFileLabel->setMinimumWidth(1);
+    soundFileLabel->setAccessibleDescription(tr("Sound file"));
     showSoundFileName();
-    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), 80);
-    QPushButton *testBtn = makeFixedWidth(tr("Test"), 50);
+    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), tr("Browse for sound file"), 80);
+    QPushButton *testBtn = makeFixedWidth(tr("Test"), tr("Test sound"), 50);
     connect(browseBtn, &QPushButton::clicked, this, &ControlWindow::browseSoundFile);
     connect(testBtn, &QPushButton::clicked, this, &ControlWindow::testCue);
 
@@ -300,11 +316,12 @@ void ControlWindow::buildCue(QVBoxLayout *column)
 QLayout *ControlWindow::buildBottomRow()
 {
     // The text is the same at start whether the Output window is shown yet or not.
-    outputToggleBtn = makeNamed(tr("▶  Show Output Window"), QStringLiteral("outputToggleBtn"));
+    outputToggleBtn = makeHooked(tr("▶  Show Output Window"), tr("Show Output Window"),
+                                 QStringLiteral("outputToggleBtn"));
     outputToggleBtn->setFixedHeight(38);
     connect(outputToggleBtn, &QPushButton::clicked, this, &ControlWindow::toggleOutput);
 
-    QPushButton *previewBtn = makeFixedWidth(tr("Preview"), 100);
+    QPushButton *previewBtn = makeFixedWidth(tr("Preview"), tr("Output preview"), 100);
     previewBtn->setFixedHeight(38);
     connect(previewBtn, &QPushButton::clicked, this, &ControlWindow::togglePreview);
 

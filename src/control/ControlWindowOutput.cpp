@@ -19,10 +19,12 @@ void ControlWindow::toggleOutput()
     if (output->isVisible()) {
         output->hide();
         outputToggleBtn->setText(tr("▶  Show Output Window"));
+        outputToggleBtn->setAccessibleName(tr("Show Output Window"));
         return;
     }
     showOnOtherScreen(*output, *this);
     outputToggleBtn->setText(tr("■  Hide Output Window"));
+    outputToggleBtn->setAccessibleName(tr("Hide Output Window"));
 }
 
 void ControlWindow::togglePreview()
@@ -38,6 +40,7 @@ void ControlWindow::togglePreview()
         previewLabel = new QLabel;
         previewLabel->setAlignment(Qt::AlignCenter);
         previewLabel->setStyleSheet(previewStyle);
+        previewLabel->setAccessibleName(tr("Picture of the Output window"));
 
         auto *layout = new QVBoxLayout(previewWindow);
         // A label is at least as large as its picture; that may not keep the window large.

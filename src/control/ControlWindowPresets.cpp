@@ -25,6 +25,7 @@ void ControlWindow::buildPresetList()
 {
     presetList = new QListWidget;
     presetList->setObjectName(QStringLiteral("presetList"));
+    presetList->setAccessibleName(tr("Presets"));
     presetList->setFlow(QListView::LeftToRight);
     presetList->setDragDropMode(QAbstractItemView::InternalMove);
     presetList->setDefaultDropAction(Qt::MoveAction);

@@ -13,16 +13,20 @@ QFrame *makeLine(const QString &styleSheet)
     return line;
 }
 
-QLabel *makeTitle(const QString &title)
+QLabel *makeTitle(const QString &title, QWidget *input)
 {
-    return new QLabel(title.toUpper());
+    auto *label = new QLabel(title.toUpper());
+    label->setBuddy(input);
+    return label;
 }
 
-QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value)
+QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value,
+                      const QString &name)
 {
     auto *spinBox = new QSpinBox;
     spinBox->setRange(minimum, maximum);
     spinBox->setValue(value);
     spinBox->setSuffix(suffix);
+    spinBox->setAccessibleName(name);
     return spinBox;
 }

@@ -1,5 +1,6 @@
 #include "Stepper.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSpinBox>
@@ -34,6 +35,17 @@ QPushButton *makeStepButton(const QString &text, const QString &edgeStyle)
     return button;
 }
 
+// The arrow alone says nothing, and several steppers stand in one window. A value without
+// a name leaves the action alone.
+void nameStepButtons(QPushButton *downButton, QPushButton *upButton, const QString &valueName)
+{
+    const QString value = valueName.toLower();
+    const QString down = QCoreApplication::translate("Stepper", "Decrease %1").arg(value);
+    const QString up = QCoreApplication::translate("Stepper", "Increase %1").arg(value);
+    downButton->setAccessibleName(down.trimmed());
+    upButton->setAccessibleName(up.trimmed());
+}
+
 } // namespace
 
 QWidget *makeStepper(QSpinBox *spinBox)
@@ -48,6 +60,7 @@ QWidget *makeStepper(QSpinBox *spinBox)
     QPushButton *upButton = makeStepButton(QStringLiteral("▶"), rightEdgeStyle);
     QObject::connect(downButton, &QPushButton::clicked, spinBox, &QSpinBox::stepDown);
     QObject::connect(upButton, &QPushButton::clicked, spinBox, &QSpinBox::stepUp);
+    nameStepButtons(downButton, upButton, spinBox->accessibleName());
 
     auto *container = new QWidget;
     container->setFixedHeight(stepperHeight);

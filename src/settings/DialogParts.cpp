@@ -13,9 +13,9 @@ const QString separatorStyle = QStringLiteral("color:#3a3a3a;");
 
 } // namespace
 
-QLabel *makeSectionHeader(const QString &title)
+QLabel *makeSectionHeader(const QString &title, QWidget *input)
 {
-    QLabel *header = makeTitle(title);
+    QLabel *header = makeTitle(title, input);
     header->setStyleSheet(sectionHeaderStyle);
     return header;
 }

@@ -66,6 +66,7 @@ private:
     void browseBackgroundImage();
     void clearBackgroundImage();
     void showBackgroundImageName();
+    void nameColorButtons();
     void appendPresetItem(int secs);
 
     void startKeyCapture(int row);

@@ -45,6 +45,14 @@ QCheckBox *makeCheckBox(const QString &text, bool checked)
     return box;
 }
 
+// A row whose input is a stepper: its label belongs to the spin box, not to the container.
+void addStepperRow(QFormLayout *form, const QString &text, QSpinBox *spinBox)
+{
+    auto *label = new QLabel(text);
+    form->addRow(label, makeStepper(spinBox));
+    label->setBuddy(spinBox);
+}
+
 // Deliberately wordier than the labels of the Control window's strip.
 QString presetLabel(int secs)
 {
@@ -99,6 +107,7 @@ QWidget *SettingsDialog::buildColorsPage()
         form->addRow(labels[i], button);
         colorBtns[i] = button;
     }
+    nameColorButtons();
 
     form->addRow(makeSeparator());
     form->addRow(makeSectionHeader(tr("Background Image")));
@@ -115,13 +124,16 @@ QWidget *SettingsDialog::buildBackgroundImageRow()
     imageFileLabel->setStyleSheet(imageFileStyle);
     imageFileLabel->setWordWrap(true);
     imageFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
+    imageFileLabel->setAccessibleDescription(tr("Background image"));
     showBackgroundImageName();
 
     auto *browseBtn = new QPushButton(tr("Browse…"));
     browseBtn->setFixedWidth(80);
+    browseBtn->setAccessibleName(tr("Browse for background image"));
     connect(browseBtn, &QPushButton::clicked, this, &SettingsDialog::browseBackgroundImage);
     auto *clearBtn = new QPushButton(tr("Clear"));
     clearBtn->setFixedWidth(60);
+    clearBtn->setAccessibleName(tr("Clear background image"));
     connect(clearBtn, &QPushButton::clicked, this, &SettingsDialog::clearBackgroundImage);
 
     auto *holder = new QWidget;
@@ -139,12 +151,15 @@ QWidget *SettingsDialog::buildFontsPage()
     form->setSpacing(10);
 
     const QString pixels = tr(" px");
-    timerFontSpin = makeSpinBox(30, 550, pixels, settings->timerFontSize);
-    clockFontSpin = makeSpinBox(20, 300, pixels, settings->clockFontSize);
-    messageFontSpin = makeSpinBox(12, 150, pixels, settings->messageFontSize);
-    form->addRow(tr("Timer font size"), makeStepper(timerFontSpin));
-    form->addRow(tr("Clock font size"), makeStepper(clockFontSpin));
-    form->addRow(tr("Message font size"), makeStepper(messageFontSpin));
+    const QString timerText = tr("Timer font size");
+    const QString clockText = tr("Clock font size");
+    const QString messageText = tr("Message font size");
+    timerFontSpin = makeSpinBox(30, 550, pixels, settings->timerFontSize, timerText);
+    clockFontSpin = makeSpinBox(20, 300, pixels, settings->clockFontSize, clockText);
+    messageFontSpin = makeSpinBox(12, 150, pixels, settings->messageFontSize, messageText);
+    addStepperRow(form, timerText, timerFontSpin);
+    addStepperRow(form, clockText, clockFontSpin);
+    addStepperRow(form, messageText, messageFontSpin);
     return page;
 }
 
@@ -158,13 +173,16 @@ QWidget *SettingsDialog::buildTimerPage()
     overtimeCheck = makeCheckBox(tr("Overtime — continue counting in red past zero"),
                                  settings->overtimeEnabled);
     blinkCheck = makeCheckBox(tr("Blink effect at zero"), settings->blinkEnabled);
+    overtimeCheck->setAccessibleName(tr("Overtime, continue counting in red past zero"));
     column->addWidget(overtimeCheck);
     column->addWidget(blinkCheck);
 
     column->addWidget(makeSeparator());
-    column->addWidget(makeSectionHeader(tr("Default duration")));
-    durationMinSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60);
-    durationSecSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60);
+    durationMinSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60,
+                                  tr("Default duration minutes"));
+    durationSecSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60,
+                                  tr("Default duration seconds"));
+    column->addWidget(makeSectionHeader(tr("Default duration"), durationMinSpin));
     auto *durationRow = new QHBoxLayout;
     durationRow->addWidget(makeStepper(durationMinSpin));
     durationRow->addWidget(makeStepper(durationSecSpin));
@@ -172,13 +190,14 @@ QWidget *SettingsDialog::buildTimerPage()
     column->addLayout(durationRow);
 
     column->addWidget(makeSeparator());
-    column->addWidget(makeSectionHeader(tr("Warning threshold")));
-    warningSpin = makeSpinBox(1, 3600, tr(" sec"), settings->warningThreshold);
+    warningSpin =
+        makeSpinBox(1, 3600, tr(" sec"), settings->warningThreshold, tr("Warning threshold"));
+    column->addWidget(makeSectionHeader(tr("Warning threshold"), warningSpin));
     column->addWidget(makeStepper(warningSpin));
 
     column->addWidget(makeSeparator());
-    column->addWidget(makeSectionHeader(tr("Presets")));
     buildPresetList();
+    column->addWidget(makeSectionHeader(tr("Presets"), presetsList));
     column->addWidget(presetsList);
     column->addLayout(buildNewPresetRow());
     column->addStretch();
@@ -189,6 +208,7 @@ void SettingsDialog::buildPresetList()
 {
     presetsList = new QListWidget;
     presetsList->setMaximumHeight(120);
+    presetsList->setAccessibleName(tr("Presets"));
     presetsList->setDragDropMode(QAbstractItemView::InternalMove);
     presetsList->setDefaultDropAction(Qt::MoveAction);
     for (const int secs : std::as_const(settings->presets))
@@ -197,11 +217,13 @@ void SettingsDialog::buildPresetList()
 
 QLayout *SettingsDialog::buildNewPresetRow()
 {
-    newPresetMinSpin = makeSpinBox(0, 999, tr(" min"), 5);
-    newPresetSecSpin = makeSpinBox(0, 59, tr(" sec"), 0);
+    newPresetMinSpin = makeSpinBox(0, 999, tr(" min"), 5, tr("New preset minutes"));
+    newPresetSecSpin = makeSpinBox(0, 59, tr(" sec"), 0, tr("New preset seconds"));
     auto *addBtn = new QPushButton(tr("Add"));
+    addBtn->setAccessibleName(tr("Add preset"));
     connect(addBtn, &QPushButton::clicked, this, &SettingsDialog::addPreset);
     auto *removeBtn = new QPushButton(tr("Remove"));
+    removeBtn->setAccessibleName(tr("Remove preset"));
     connect(removeBtn, &QPushButton::clicked, this, &SettingsDialog::removePreset);
 
     auto *row = new QHBoxLayout;
@@ -220,6 +242,20 @@ void SettingsDialog::pickColor(QColor &target, QPushButton *button)
         return;
     target = color;
     setColorButton(button, color);
+    nameColorButtons();
+}
+
+// A button shows its value alone; what the value is for stands beside it.
+void SettingsDialog::nameColorButtons()
+{
+    const std::array<QString, colorCount> names{
+        tr("Background colour %1"),     tr("Timer normal colour %1"), tr("Timer warning colour %1"),
+        tr("Timer critical colour %1"), tr("Clock colour %1"),        tr("Message colour %1"),
+    };
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const QString digits = workingColors[i].name().mid(1).toUpper(); // without the hash
+        colorBtns[i]->setAccessibleName(names[i].arg(digits));
+    }
 }
 
 // Choosing a picture switches it on.

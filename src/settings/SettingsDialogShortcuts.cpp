@@ -19,21 +19,29 @@ const QString waitingKeyLabelStyle =
                    "padding:4px 10px;font-family:monospace;");
 const QString hintStyle = QStringLiteral("color:#666;font-size:11px;");
 
-/// One action of the page: what it is called, where its keys are kept, and its default.
+/// One action of the page: what it is called for the eye and for the ear, where its keys are
+/// kept, and its default.
 struct ShortcutAction
 {
     const char *label;
+    const char *spokenLabel;
     QString AppSettings::*field;
     const char *defaultKeys;
 };
 
 constexpr std::array<ShortcutAction, 5> shortcutActions{{
-    {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"), &AppSettings::shortcutStartPause,
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"),
+     QT_TRANSLATE_NOOP("SettingsDialog", "start or pause"), &AppSettings::shortcutStartPause,
      "Space"},
-    {QT_TRANSLATE_NOOP("SettingsDialog", "Reset"), &AppSettings::shortcutReset, "R"},
-    {QT_TRANSLATE_NOOP("SettingsDialog", "+1 Minute"), &AppSettings::shortcutPlusMin, "Up"},
-    {QT_TRANSLATE_NOOP("SettingsDialog", "-1 Minute"), &AppSettings::shortcutMinusMin, "Down"},
-    {QT_TRANSLATE_NOOP("SettingsDialog", "Toggle Output"), &AppSettings::shortcutToggleOutput, "O"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Reset"), QT_TRANSLATE_NOOP("SettingsDialog", "reset"),
+     &AppSettings::shortcutReset, "R"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "+1 Minute"),
+     QT_TRANSLATE_NOOP("SettingsDialog", "add 1 minute"), &AppSettings::shortcutPlusMin, "Up"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "-1 Minute"),
+     QT_TRANSLATE_NOOP("SettingsDialog", "subtract 1 minute"), &AppSettings::shortcutMinusMin,
+     "Down"},
+    {QT_TRANSLATE_NOOP("SettingsDialog", "Toggle Output"),
+     QT_TRANSLATE_NOOP("SettingsDialog", "toggle output"), &AppSettings::shortcutToggleOutput, "O"},
 }};
 
 // Only these four keep a row waiting; AltGr and the lock keys count as keys.
@@ -94,10 +102,13 @@ void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
 
     auto *clearBtn = new QPushButton(tr("Clear"));
     clearBtn->setFixedWidth(55);
+    clearBtn->setAccessibleName(tr("Clear key for %1").arg(tr(shortcutActions[index].spokenLabel)));
     connect(clearBtn, &QPushButton::clicked, this, [this, row] { clearShortcut(row); });
 
     showShortcut(row);
-    grid->addWidget(new QLabel(tr(shortcutActions[index].label)), row, 0);
+    auto *actionLabel = new QLabel(tr(shortcutActions[index].label));
+    actionLabel->setBuddy(setKeyBtn);
+    grid->addWidget(actionLabel, row, 0);
     grid->addWidget(keyLabel, row, 1);
     grid->addWidget(setKeyBtn, row, 2);
     grid->addWidget(clearBtn, row, 3);
@@ -112,6 +123,12 @@ void SettingsDialog::showShortcut(int row)
                                                   : keys.toString(QKeySequence::NativeText));
     shortcutLabels[index]->setStyleSheet(keyLabelStyle);
     setKeyBtns[index]->setText(tr("Set Key"));
+
+    const QString action = tr(shortcutActions[index].spokenLabel);
+    const QString spokenKeys =
+        keys.isEmpty() ? tr("none") : keys.toString(QKeySequence::NativeText);
+    shortcutLabels[index]->setAccessibleName(tr("Key for %1: %2").arg(action, spokenKeys));
+    setKeyBtns[index]->setAccessibleName(tr("Set key for %1").arg(action));
 }
 
 void SettingsDialog::stopCapture()
@@ -130,6 +147,10 @@ void SettingsDialog::startKeyCapture(int row)
     shortcutLabels[index]->setText(tr("Press any key..."));
     shortcutLabels[index]->setStyleSheet(waitingKeyLabelStyle);
     setKeyBtns[index]->setText(tr("Cancel"));
+
+    const QString action = tr(shortcutActions[index].spokenLabel);
+    shortcutLabels[index]->setAccessibleName(tr("Key for %1: press any key").arg(action));
+    setKeyBtns[index]->setAccessibleName(tr("Cancel, waiting for key for %1").arg(action));
     grabKeyboard();
 }
 

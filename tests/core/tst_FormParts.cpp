@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QSpinBox>
 #include <QTest>
 
 #include "FormParts.h"
@@ -20,6 +21,10 @@ private slots:
     void line_isMetByTheSeparatorRule();
     void title_isInCapitalsAndFree_data();
     void title_isInCapitalsAndFree();
+    void title_labelsItsInput();
+    void title_labelsNothingByDefault();
+    void spinBox_isMadeAsAsked();
+    void spinBox_bringsItsValueIntoTheRange();
     void version_isTheProgramsVersion();
 };
 
@@ -70,6 +75,38 @@ void FormPartsTest::title_isInCapitalsAndFree()
     const std::unique_ptr<QLabel> label(makeTitle(title));
     QCOMPARE(label->text(), shown);
     QVERIFY(!label->parent());
+}
+
+void FormPartsTest::title_labelsItsInput()
+{
+    QSpinBox input;
+    const std::unique_ptr<QLabel> label(makeTitle("Set Time", &input));
+    QCOMPARE(label->buddy(), &input);
+    QVERIFY(!label->parent());
+}
+
+void FormPartsTest::title_labelsNothingByDefault()
+{
+    const std::unique_ptr<QLabel> label(makeTitle("Output View"));
+    QVERIFY(!label->buddy());
+}
+
+void FormPartsTest::spinBox_isMadeAsAsked()
+{
+    const std::unique_ptr<QSpinBox> spinBox(makeSpinBox(1, 90, " px", 30, "Font size"));
+    QVERIFY(!spinBox->parent());
+    QCOMPARE(spinBox->minimum(), 1);
+    QCOMPARE(spinBox->maximum(), 90);
+    QCOMPARE(spinBox->text(), QStringLiteral("30 px"));
+    QCOMPARE(spinBox->accessibleName(), QStringLiteral("Font size"));
+}
+
+void FormPartsTest::spinBox_bringsItsValueIntoTheRange()
+{
+    const std::unique_ptr<QSpinBox> low(makeSpinBox(1, 90, {}, 0, "Font size"));
+    const std::unique_ptr<QSpinBox> high(makeSpinBox(1, 90, {}, 91, "Font size"));
+    QCOMPARE(low->value(), 1);
+    QCOMPARE(high->value(), 90);
 }
 
 void FormPartsTest::version_isTheProgramsVersion()

@@ -29,6 +29,8 @@ private slots:
     void layout_hasNoGaps();
     void layout_holdsThePiecesInOrder();
     void eachCall_makesAContainerOfItsOwn();
+    void buttons_sayWhatTheyChange_data();
+    void buttons_sayWhatTheyChange();
 
 private:
     QPushButton *downButton() const { return findByText<QPushButton>(*container, "◀"); }
@@ -172,6 +174,30 @@ void StepperTest::eachCall_makesAContainerOfItsOwn()
     findByText<QPushButton>(*second, "▶")->click();
     QCOMPARE(another->value(), 6);
     QCOMPARE(spinBox->value(), 0);
+}
+
+void StepperTest::buttons_sayWhatTheyChange_data()
+{
+    QTest::addColumn<QString>("valueName");
+    QTest::addColumn<QString>("down");
+    QTest::addColumn<QString>("up");
+    QTest::newRow("named") << "Font size"
+                           << "Decrease font size"
+                           << "Increase font size";
+    QTest::newRow("nameless") << ""
+                              << "Decrease"
+                              << "Increase";
+}
+
+void StepperTest::buttons_sayWhatTheyChange()
+{
+    QFETCH(QString, valueName);
+    auto *value = new QSpinBox;
+    value->setAccessibleName(valueName);
+    container.reset(makeStepper(value));
+    QTEST(downButton()->accessibleName(), "down");
+    QTEST(upButton()->accessibleName(), "up");
+    QCOMPARE(value->accessibleName(), valueName);
 }
 
 VELMORA_TEST_MAIN(StepperTest)
