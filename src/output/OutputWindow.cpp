@@ -59,12 +59,17 @@ OutputWindow::OutputWindow(const AppSettings *settings, QWidget *parent)
     for (QLabel *label : {timerLabel, clockLabel, messageLabel})
         label->setAlignment(Qt::AlignCenter);
     messageLabel->setWordWrap(false);
+    // The name of each is the text that it shows.
+    timerLabel->setAccessibleDescription(tr("Timer"));
+    clockLabel->setAccessibleDescription(tr("Clock"));
+    messageLabel->setAccessibleDescription(tr("Message"));
 
     progressBar = new QProgressBar;
     progressBar->setRange(0, progressMaximum);
     progressBar->setValue(progressMaximum);
     progressBar->setTextVisible(false);
     progressBar->setFixedHeight(20);
+    progressBar->setAccessibleName(tr("Timer progress"));
 
     auto *container = new QWidget;
     container->setStyleSheet(containerStyle);
