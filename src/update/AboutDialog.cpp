@@ -109,6 +109,7 @@ AboutDialog::AboutDialog(QWidget *parent)
 
     QPushButton *crossBtn = makeButton(QStringLiteral("×"), crossStyle);
     crossBtn->setFixedSize(28, 28);
+    crossBtn->setAccessibleName(tr("Close"));
     connect(crossBtn, &QPushButton::clicked, this, &AboutDialog::accept);
     auto *crossRow = new QHBoxLayout;
     crossRow->addStretch();
@@ -117,6 +118,7 @@ AboutDialog::AboutDialog(QWidget *parent)
 
     QLabel *logoLabel = makeCentredLabel(QString(), logoStyle);
     logoLabel->setPixmap(logoPicture(devicePixelRatioF()));
+    logoLabel->setAccessibleName(tr("Velmora logo"));
     column->addWidget(logoLabel);
     column->addSpacing(8);
 
@@ -140,6 +142,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addSpacing(10);
 
     QPushButton *webSiteBtn = makeButton(QLatin1String(makerWebAddress), webSiteStyle);
+    webSiteBtn->setAccessibleName(tr("Web site %1").arg(QLatin1String(makerWebAddress)));
     connect(webSiteBtn, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(QUrl(QLatin1String(makerWebSite))); });
     column->addWidget(webSiteBtn, 0, Qt::AlignHCenter);

@@ -119,6 +119,8 @@ void Updater::offer(const QString &version, const QString &downloadUrl, const QS
     box.setTextFormat(Qt::RichText);
     // Both at once: a version text that holds "%2" is not filled in again.
     box.setText(tr("<b>Velmora %1 is available</b><br>You have %2.").arg(version, ownVersion));
+    // The box would have a screen reader say the mark-up.
+    box.setAccessibleName(tr("Velmora %1 is available. You have %2.").arg(version, ownVersion));
     if (!releaseNotes.isEmpty())
         setNotes(box, releaseNotes);
     const QPushButton *downloadBtn = box.addButton(tr("Download"), QMessageBox::AcceptRole);
