@@ -105,6 +105,7 @@ private:
     void redrawPreview(int seconds);
     void controlBlink(int seconds);
     void toggleBlink();
+    void offerOutput(bool showing);
     void togglePreview();
     void refreshPreview();
 

@@ -1,14 +1,21 @@
 #include "ControlWindow.h"
 
 #include <QAudioOutput>
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMediaPlayer>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include "AppSettings.h"
+#include "ControlParts.h"
 
 namespace {
+
+const QString soundFileStyle = QStringLiteral("color:#aaa; font-size:11px;");
 
 // A file that is gone or is no sound is not even tried: the oldest toolkit takes its player
 // for playing, and from then on each stop() blocks the whole program, the count included,
@@ -26,6 +33,36 @@ bool isOpening(const QMediaPlayer &player)
 }
 
 } // namespace
+
+void ControlWindow::buildCue(QVBoxLayout *column)
+{
+    soundCheck = new QCheckBox(tr("Enable sound cue"));
+    soundCheck->setChecked(settings->soundEnabled);
+    connect(soundCheck, &QCheckBox::toggled, this, [this](bool enabled) {
+        settings->soundEnabled = enabled;
+        saveSettings(*settings);
+    });
+    column->addWidget(soundCheck);
+
+    soundFileLabel = new QLabel;
+    soundFileLabel->setStyleSheet(soundFileStyle);
+    soundFileLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    soundFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
+    // A long name is cut off; without this it would push the buttons out of the window.
+    soundFileLabel->setMinimumWidth(1);
+    soundFileLabel->setAccessibleDescription(tr("Sound file"));
+    showSoundFileName();
+    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), tr("Browse for sound file"), 80);
+    QPushButton *testBtn = makeFixedWidth(tr("Test"), tr("Test sound"), 50);
+    connect(browseBtn, &QPushButton::clicked, this, &ControlWindow::browseSoundFile);
+    connect(testBtn, &QPushButton::clicked, this, &ControlWindow::testCue);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(soundFileLabel);
+    row->addWidget(browseBtn);
+    row->addWidget(testBtn);
+    column->addLayout(row);
+}
 
 void ControlWindow::setupPlayer()
 {

@@ -1,6 +1,5 @@
 #include "ControlWindow.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -14,6 +13,7 @@
 
 #include "AboutDialog.h"
 #include "AppSettings.h"
+#include "ControlParts.h"
 #include "FormParts.h"
 #include "Logo.h"
 #include "Stepper.h"
@@ -39,43 +39,12 @@ const QString setButtonStyle = QStringLiteral(
     "QPushButton { padding:0; min-height:0; font-size:13px; border:2px solid #2a9c4a; }");
 const QString addToPresetStyle =
     QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
-const QString soundFileStyle = QStringLiteral("color:#aaa; font-size:11px;");
 
 QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
 {
     QLabel *header = makeTitle(title, input);
     header->setObjectName(QStringLiteral("sectionHeader"));
     return header;
-}
-
-// Symbols and capitals of @p text are for the eye; a screen reader says @p name.
-QPushButton *makeButton(const QString &text, const QString &name)
-{
-    auto *button = new QPushButton(text);
-    button->setAccessibleName(name);
-    return button;
-}
-
-QPushButton *makeCheckable(const QString &text, const QString &name, bool checked = false)
-{
-    QPushButton *button = makeButton(text, name);
-    button->setCheckable(true);
-    button->setChecked(checked);
-    return button;
-}
-
-QPushButton *makeHooked(const QString &text, const QString &name, const QString &objectName)
-{
-    QPushButton *button = makeButton(text, name);
-    button->setObjectName(objectName);
-    return button;
-}
-
-QPushButton *makeFixedWidth(const QString &text, const QString &name, int width)
-{
-    QPushButton *button = makeButton(text, name);
-    button->setFixedWidth(width);
-    return button;
 }
 
 } // namespace
@@ -283,41 +252,11 @@ QLayout *ControlWindow::buildMessageRow()
     return row;
 }
 
-void ControlWindow::buildCue(QVBoxLayout *column)
-{
-    soundCheck = new QCheckBox(tr("Enable sound cue"));
-    soundCheck->setChecked(settings->soundEnabled);
-    connect(soundCheck, &QCheckBox::toggled, this, [this](bool enabled) {
-        settings->soundEnabled = enabled;
-        saveSettings(*settings);
-    });
-    column->addWidget(soundCheck);
-
-    soundFileLabel = new QLabel;
-    soundFileLabel->setStyleSheet(soundFileStyle);
-    soundFileLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    soundFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
-    // A long name is cut off; without this it would push the buttons out of the window.
-    soundFileLabel->setMinimumWidth(1);
-    soundFileLabel->setAccessibleDescription(tr("Sound file"));
-    showSoundFileName();
-    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), tr("Browse for sound file"), 80);
-    QPushButton *testBtn = makeFixedWidth(tr("Test"), tr("Test sound"), 50);
-    connect(browseBtn, &QPushButton::clicked, this, &ControlWindow::browseSoundFile);
-    connect(testBtn, &QPushButton::clicked, this, &ControlWindow::testCue);
-
-    auto *row = new QHBoxLayout;
-    row->addWidget(soundFileLabel);
-    row->addWidget(browseBtn);
-    row->addWidget(testBtn);
-    column->addLayout(row);
-}
-
 QLayout *ControlWindow::buildBottomRow()
 {
-    // The text is the same at start whether the Output window is shown yet or not.
-    outputToggleBtn = makeHooked(tr("▶  Show Output Window"), tr("Show Output Window"),
-                                 QStringLiteral("outputToggleBtn"));
+    outputToggleBtn = new QPushButton;
+    outputToggleBtn->setObjectName(QStringLiteral("outputToggleBtn"));
+    offerOutput(true); // at start, whether the Output window is shown yet or not
     outputToggleBtn->setFixedHeight(38);
     connect(outputToggleBtn, &QPushButton::clicked, this, &ControlWindow::toggleOutput);
 

@@ -18,13 +18,19 @@ void ControlWindow::toggleOutput()
 {
     if (output->isVisible()) {
         output->hide();
-        outputToggleBtn->setText(tr("▶  Show Output Window"));
-        outputToggleBtn->setAccessibleName(tr("Show Output Window"));
+        offerOutput(true);
         return;
     }
     showOnOtherScreen(*output, *this);
-    outputToggleBtn->setText(tr("■  Hide Output Window"));
-    outputToggleBtn->setAccessibleName(tr("Hide Output Window"));
+    offerOutput(false);
+}
+
+// What the button offers next: to show the Output window, or to hide it.
+void ControlWindow::offerOutput(bool showing)
+{
+    outputToggleBtn->setText(showing ? tr("▶  Show Output Window") : tr("■  Hide Output Window"));
+    outputToggleBtn->setAccessibleName(showing ? tr("Show Output Window")
+                                               : tr("Hide Output Window"));
 }
 
 void ControlWindow::togglePreview()

@@ -4,6 +4,7 @@
 #include <QSpinBox>
 
 #include "AppSettings.h"
+#include "FormParts.h"
 
 namespace {
 
@@ -77,9 +78,6 @@ void ControlWindow::addPreset()
 
 void ControlWindow::storePresetOrder()
 {
-    QList<int> order;
-    for (int row = 0; row < presetList->count(); ++row)
-        order.append(presetList->item(row)->data(Qt::UserRole).toInt());
-    settings->presets = order;
+    settings->presets = listedPresets(*presetList);
     saveSettings(*settings);
 }

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QListWidget>
 #include <QSpinBox>
 
 QFrame *makeLine(const QString &styleSheet)
@@ -29,4 +30,12 @@ QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value
     spinBox->setSuffix(suffix);
     spinBox->setAccessibleName(name);
     return spinBox;
+}
+
+QList<int> listedPresets(const QListWidget &presetList)
+{
+    QList<int> presets;
+    for (int row = 0; row < presetList.count(); ++row)
+        presets.append(presetList.item(row)->data(Qt::UserRole).toInt());
+    return presets;
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class QFrame;
 class QLabel;
+class QListWidget;
 class QSpinBox;
 class QWidget;
 
@@ -20,3 +22,6 @@ QLabel *makeTitle(const QString &title, QWidget *input = nullptr);
 /// @p name, nobody sees it.
 QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value,
                       const QString &name);
+
+/// The seconds that the items of @p presetList carry as Qt::UserRole, from top to bottom.
+QList<int> listedPresets(const QListWidget &presetList);

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "AppSettings.h"
+#include "FormParts.h"
 #include "Updater.h"
 
 namespace {
@@ -75,9 +76,7 @@ void SettingsDialog::accept()
     settings->defaultDuration = durationMinSpin->value() * 60 + durationSecSpin->value();
     settings->warningThreshold = warningSpin->value();
 
-    settings->presets.clear();
-    for (int row = 0; row < presetsList->count(); ++row)
-        settings->presets.append(presetsList->item(row)->data(Qt::UserRole).toInt());
+    settings->presets = listedPresets(*presetsList);
 
     const auto portable = [this](std::size_t row) {
         return shortcutSequences[row].toString(QKeySequence::PortableText);

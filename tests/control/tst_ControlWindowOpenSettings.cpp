@@ -84,7 +84,7 @@ void ControlWindowOpenSettingsTest::dialog_editsTheSharedRecord()
         view.okButton()->click();
     }));
     QCOMPARE(fixture.settings.warningThreshold, 17);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 void ControlWindowOpenSettingsTest::ok_appliesWhileTheDialogIsStillOpen()
@@ -134,7 +134,7 @@ void ControlWindowOpenSettingsTest::ok_withoutChange_redrawsAndSaves()
                          [](SettingsDialog &, const DialogView &v) { v.okButton()->click(); }));
     QCOMPARE(fixture.minutes()->value(), 5);
     QCOMPARE(fixture.seconds()->value(), 0);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 void ControlWindowOpenSettingsTest::ok_withNewPresets_rebuildsTheStrip()
@@ -162,7 +162,7 @@ void ControlWindowOpenSettingsTest::cancel_appliesNothing()
     fixture.showControl();
     saveSettings(fixture.settings);
     const QByteArray stored = storeBytes();
-    const QStringList before = fieldsOf(fixture.settings);
+    const QStringList before = fieldLines(fixture.settings);
     const QString figure = fixture.figure()->styleSheet();
     fixture.enterTime(1, 2);
     QVERIFY(openSettings(fixture, [](SettingsDialog &, const DialogView &view) {
@@ -171,7 +171,7 @@ void ControlWindowOpenSettingsTest::cancel_appliesNothing()
         view.presetButton(QStringLiteral("Add"))->click();
         view.cancelButton()->click();
     }));
-    QCOMPARE(fieldsOf(fixture.settings), before);
+    QCOMPARE(fieldLines(fixture.settings), before);
     QCOMPARE(storeBytes(), stored);
     QCOMPARE(fixture.figure()->styleSheet(), figure);
     QCOMPARE(fixture.minutes()->value(), 1);

@@ -163,14 +163,14 @@ void AppSettingsBadStoreTest::brokenFile_canBeSavedOver()
 {
     QFETCH(QByteArray, contents);
     writeFile(contents);
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     const QByteArray saved = fileContents();
     // Read at another place, where the settings class remembers nothing of the save.
     const QTemporaryDir other;
     moveStoreTo(other.path());
     QVERIFY(QDir().mkpath(folder));
     writeFile(saved);
-    QCOMPARE(differingFields(fieldsOf(unusualSettings()), fieldsOf(loaded())), QStringList());
+    QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
 }
 
 void AppSettingsBadStoreTest::halfBrokenFile_yieldsWhatItHolds()
@@ -192,7 +192,7 @@ void AppSettingsBadStoreTest::directoryInTheFilesPlace_yieldsTheFallbacks()
 void AppSettingsBadStoreTest::directoryInTheFilesPlace_survivesASave()
 {
     QVERIFY(QDir().mkpath(path + "/inside"));
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     QVERIFY(QFileInfo(path + "/inside").isDir());
 }
 
@@ -210,7 +210,7 @@ void AppSettingsBadStoreTest::unreadableFile_keepsItsContents()
     setMode(path, 0000);
     {
         const WithoutPrivileges asAnyone;
-        saveSettings(unusualSettings());
+        saveSettings(unusualRecord());
     }
     setMode(path, 0644);
     QCOMPARE(fileContents(), someContents);
@@ -223,7 +223,7 @@ void AppSettingsBadStoreTest::readOnlyFile_keepsItsContents()
     setMode(folder, 0777);
     const WithoutPrivileges asAnyone;
     QCOMPARE(loaded().clockFontSize, 99);
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     QCOMPARE(fileContents(), someContents);
 }
 
@@ -233,7 +233,7 @@ void AppSettingsBadStoreTest::readOnlyFolder_keepsTheFile()
     setMode(path, 0666);
     setMode(folder, 0555);
     const WithoutPrivileges asAnyone;
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     QCOMPARE(fileContents(), someContents);
 }
 
@@ -262,7 +262,7 @@ void AppSettingsBadStoreTest::configHomeBelowAFile_survivesASave()
     const QString occupied = home->filePath("occupied");
     QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
     moveStoreTo(occupied + "/config");
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     QVERIFY(QFileInfo(occupied).isFile());
     QVERIFY(!QFileInfo::exists(path));
 }

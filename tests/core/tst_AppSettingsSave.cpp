@@ -102,48 +102,46 @@ void AppSettingsSaveTest::save_writesEveryKeyInItsFormat()
 
 void AppSettingsSaveTest::save_writesUnusualValuesInTheirFormat()
 {
-    saveSettings(unusualSettings());
+    saveSettings(unusualRecord());
     const QByteArrayList expected{
         "[General]",
         "clock24hr=false",
         "clockShowSeconds=false",
         "bgColor=#010203",
-        "timerColorNormal=#0a0b0c",
-        "timerColorWarning=#111213",
-        "timerColorCritical=#abcdef",
-        "clockColor=#212223",
-        "messageColor=#313233",
+        "timerColorNormal=#040506",
+        "timerColorWarning=#070809",
+        "timerColorCritical=#0a0b0c",
+        "clockColor=#0d0e0f",
+        "messageColor=#101112",
         "timerFontSize=31",
         "clockFontSize=21",
         "messageFontSize=13",
-        "defaultDuration=1",
-        "warningThreshold=2",
+        "defaultDuration=754",
+        "warningThreshold=17",
         "overtimeEnabled=false",
         "blinkEnabled=false",
-        "bgImagePath=/pictures/stage.png",
+        "bgImagePath=/pictures/Stage left.png",
         "bgImageEnabled=true",
         "soundFilePath=/sounds/gong.wav",
         "soundEnabled=true",
         "shortcutStartPause=F1",
-        "shortcutReset=Ctrl+F2",
-        "shortcutPlusMin=F3",
-        "shortcutMinusMin=F4",
+        "shortcutReset=Ctrl+R",
+        "shortcutPlusMin=Num+5",
+        "shortcutMinusMin=\"Ctrl+K, Ctrl+C\"",
         "shortcutToggleOutput=",
         "[presets]",
-        "1\\val=90",
-        "2\\val=-5",
-        "3\\val=0",
-        "4\\val=90",
-        "5\\val=12345",
-        "size=5",
+        "1\\val=45",
+        "2\\val=90",
+        "3\\val=45",
+        "size=3",
     };
     QCOMPARE(sortedStoreLines(), sorted(expected));
 }
 
 void AppSettingsSaveTest::save_replacesWhatWasStored()
 {
-    saveSettings(unusualSettings());
-    AppSettings settings = unusualSettings();
+    saveSettings(unusualRecord());
+    AppSettings settings = unusualRecord();
     settings.clockFontSize = 42;
     saveSettings(settings);
     const QByteArray stored = storeBytes();
@@ -231,8 +229,8 @@ void AppSettingsSaveTest::invalidColor_isSavedAsTheToolkitNamesIt()
 
 void AppSettingsSaveTest::roundTrip_keepsEveryField()
 {
-    saveSettings(unusualSettings());
-    QCOMPARE(differingFields(fieldsOf(unusualSettings()), fieldsOf(loaded())), QStringList());
+    saveSettings(unusualRecord());
+    QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
 }
 
 void AppSettingsSaveTest::roundTrip_keepsTexts_data()

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QListWidget>
 #include <QSpinBox>
 #include <QTest>
 
@@ -25,6 +26,7 @@ private slots:
     void title_labelsNothingByDefault();
     void spinBox_isMadeAsAsked();
     void spinBox_bringsItsValueIntoTheRange();
+    void listedPresets_areTheItemsSecondsInOrder();
     void version_isTheProgramsVersion();
 };
 
@@ -107,6 +109,17 @@ void FormPartsTest::spinBox_bringsItsValueIntoTheRange()
     const std::unique_ptr<QSpinBox> high(makeSpinBox(1, 90, {}, 91, "Font size"));
     QCOMPARE(low->value(), 1);
     QCOMPARE(high->value(), 90);
+}
+
+void FormPartsTest::listedPresets_areTheItemsSecondsInOrder()
+{
+    QListWidget list;
+    QCOMPARE(listedPresets(list), QList<int>());
+    for (const int secs : {900, 45, 300}) {
+        auto *item = new QListWidgetItem("chip", &list);
+        item->setData(Qt::UserRole, secs);
+    }
+    QCOMPARE(listedPresets(list), (QList<int>{900, 45, 300}));
 }
 
 void FormPartsTest::version_isTheProgramsVersion()

@@ -2,13 +2,10 @@
 
 #include <QStringList>
 
-struct AppSettings;
+#include "RecordFields.h"
 
-/// Every field of the record as "name=value", for comparing two records in one check.
-QStringList fieldsOf(const AppSettings &settings);
+/// Every field of the record as "name=value", so that a comparison that fails prints both.
+QStringList fieldLines(const AppSettings &settings);
 
 /// The fields that the program would find in the store now.
-QStringList storedFields();
-
-/// A record in which every field differs from its default.
-AppSettings unusualRecord();
+QStringList storedLines();

@@ -170,7 +170,7 @@ void SettingsDialogTest::opening_writesNothing()
     AppSettings record = unusualRecord();
     SettingsDialog dialog(&record, nullptr);
     dialog.show();
-    QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
+    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
     QVERIFY(!QFile::exists(storeFilePath()));
 }
 
@@ -183,7 +183,7 @@ void SettingsDialogTest::ok_withoutChange_savesAndReportsOnce()
     QCOMPARE(result, int(QDialog::Accepted));
     QCOMPARE(changes.size(), 1);
     QVERIFY(QFile::exists(storeFilePath()));
-    QCOMPARE(storedFields(), fieldsOf(AppSettings()));
+    QCOMPARE(storedLines(), fieldLines(AppSettings()));
 }
 
 void SettingsDialogTest::ok_withoutChange_keepsTheRecord()
@@ -191,8 +191,8 @@ void SettingsDialogTest::ok_withoutChange_keepsTheRecord()
     AppSettings record = unusualRecord();
     SettingsDialog dialog(&record, nullptr);
     execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
-    QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
-    QCOMPARE(storedFields(), fieldsOf(unusualRecord()));
+    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
+    QCOMPARE(storedLines(), fieldLines(unusualRecord()));
 }
 
 void SettingsDialogTest::ok_takesOverEveryControl()
@@ -220,8 +220,8 @@ void SettingsDialogTest::ok_takesOverEveryControl()
     wanted.presets = {45, 90, 45, 300};
     wanted.soundFilePath = unusualRecord().soundFilePath;
     wanted.soundEnabled = true;
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
-    QCOMPARE(storedFields(), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
+    QCOMPARE(storedLines(), fieldLines(wanted));
 }
 
 void SettingsDialogTest::ok_reportsAfterSavingAndBeforeClosing()
@@ -258,7 +258,7 @@ void SettingsDialogTest::ok_leavesSoundToTheRecord()
     QCOMPARE(record.soundFilePath, QStringLiteral("/sounds/bell.ogg"));
     QVERIFY(!record.soundEnabled);
     QCOMPARE(record.warningThreshold, 17);
-    QCOMPARE(storedFields(), fieldsOf(record));
+    QCOMPARE(storedLines(), fieldLines(record));
 }
 
 void SettingsDialogTest::ok_withUnwritableStore_stillTakesEffect()
@@ -312,7 +312,7 @@ void SettingsDialogTest::edits_beforeOk_stayInTheDialog()
     const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
     execWith(dialog, [&] {
         editEverything(DialogView(dialog));
-        QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
+        QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
         QCOMPARE(storeBytes(), stored);
         QCOMPARE(changes.size(), 0);
     });
@@ -347,7 +347,7 @@ void SettingsDialogTest::closing_withoutOk_changesNothing()
     QCOMPARE(result, int(QDialog::Rejected));
     QCOMPARE(rejections.size(), 1);
     QCOMPARE(changes.size(), 0);
-    QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
+    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
     QCOMPARE(storeBytes(), stored);
 }
 

@@ -220,12 +220,12 @@ void SettingsDialogColorsTest::colorButton_picksItsOwnColor()
         view.pick(rowLabel, QColor(0x12, 0xab, 0x34));
         QCOMPARE(view.colorButton(rowLabel)->text(), QStringLiteral("#12AB34"));
         QCOMPARE(view.colorButton(rowLabel)->styleSheet(), buttonLook.arg("#12ab34", "#ffffff"));
-        QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+        QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
         view.okButton()->click();
     });
     AppSettings wanted;
     wanted.*field = QColor(0x12, 0xab, 0x34);
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
 }
 
 void SettingsDialogColorsTest::colorDialog_opensAtTheWorkingColor()
@@ -261,7 +261,7 @@ void SettingsDialogColorsTest::colorDialog_cancelled_changesNothing()
         QCOMPARE(view.colorButton(QStringLiteral("Message"))->text(), QStringLiteral("#FFFF00"));
         view.okButton()->click();
     });
-    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
 }
 
 void SettingsDialogColorsTest::pickedGrey_turnsTextBlackFromTheThreshold_data()
@@ -415,14 +415,14 @@ void SettingsDialogColorsTest::browsing_takesTheFileAndSwitchesItOn()
         browse(view, path);
         QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("New ground.png"));
         QVERIFY(view.checkBox(useImageText)->isChecked());
-        QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+        QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
         view.okButton()->click();
     });
     AppSettings wanted;
     wanted.bgImagePath = path;
     wanted.bgImageEnabled = true;
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
-    QCOMPARE(storedFields(), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
+    QCOMPARE(storedLines(), fieldLines(wanted));
 }
 
 void SettingsDialogColorsTest::browsing_takesAFileThatIsNoPicture()
@@ -453,7 +453,7 @@ void SettingsDialogColorsTest::clearing_forgetsTheFileAndSwitchesItOff()
         QCOMPARE(record.bgImagePath, QStringLiteral("/pictures/Ground.png"));
         view.okButton()->click();
     });
-    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
 }
 
 void SettingsDialogColorsTest::unchecking_keepsTheFile()
@@ -476,7 +476,7 @@ void SettingsDialogColorsTest::imageEdits_thenCancel_leaveTheRecord()
 {
     AppSettings record;
     record.bgImagePath = QStringLiteral("/pictures/Ground.png");
-    const QStringList before = fieldsOf(record);
+    const QStringList before = fieldLines(record);
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     execWith(dialog, [&] {
@@ -485,7 +485,7 @@ void SettingsDialogColorsTest::imageEdits_thenCancel_leaveTheRecord()
         view.clearImageButton()->click();
         view.cancelButton()->click();
     });
-    QCOMPARE(fieldsOf(record), before);
+    QCOMPARE(fieldLines(record), before);
     QVERIFY(!QFile::exists(storeFilePath()));
 }
 

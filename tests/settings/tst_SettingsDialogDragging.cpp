@@ -99,7 +99,7 @@ void SettingsDialogDraggingTest::toTheTop_isStoredByOk()
         view.okButton()->click();
     });
     QCOMPARE(record.presets, QList<int>({900, 300, 600, 1800}));
-    QCOMPARE(storedFields(), fieldsOf(record));
+    QCOMPARE(storedLines(), fieldLines(record));
 }
 
 void SettingsDialogDraggingTest::toTheEnd_isStoredByOk()

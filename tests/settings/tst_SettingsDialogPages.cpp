@@ -146,8 +146,8 @@ void SettingsDialogPagesTest::checkBox_showsAndStoresItsField()
         });
         AppSettings wanted;
         wanted.*field = !initial;
-        QCOMPARE(fieldsOf(record), fieldsOf(wanted)); // this one and no other
-        QCOMPARE(storedFields(), fieldsOf(wanted));
+        QCOMPARE(fieldLines(record), fieldLines(wanted)); // this one and no other
+        QCOMPARE(storedLines(), fieldLines(wanted));
     }
 }
 
@@ -233,7 +233,7 @@ void SettingsDialogPagesTest::fontSize_showsAndStoresItsField()
     execWith(dialog, [&] { view.okButton()->click(); });
     AppSettings wanted;
     wanted.*field = shown;
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
 }
 
 void SettingsDialogPagesTest::timerPage_readsFromTopToBottom()

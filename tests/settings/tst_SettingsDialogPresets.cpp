@@ -124,7 +124,7 @@ void SettingsDialogPresetsTest::preset_isLabelledAndKept()
     QTEST(view.presets()->item(0)->text(), "label");
     execWith(dialog, [&] { view.okButton()->click(); });
     QCOMPARE(record.presets, QList<int>{secs});
-    QCOMPARE(storedFields(), fieldsOf(record));
+    QCOMPARE(storedLines(), fieldLines(record));
 }
 
 void SettingsDialogPresetsTest::newPreset_startsAtFiveMinutes()
@@ -215,7 +215,7 @@ void SettingsDialogPresetsTest::remove_takesTheCurrentItem()
     view.presets()->setCurrentRow(1);
     view.presetButton(QStringLiteral("Remove"))->click();
     QCOMPARE(secondsIn(*view.presets()), QList<int>({300, 900, 1800}));
-    QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
 }
 
 void SettingsDialogPresetsTest::remove_withoutCurrentItem_takesNothing()
@@ -253,7 +253,7 @@ void SettingsDialogPresetsTest::ok_storesTheList()
         view.okButton()->click();
     });
     QCOMPARE(record.presets, QList<int>({600, 900, 1800, 300}));
-    QCOMPARE(storedFields(), fieldsOf(record));
+    QCOMPARE(storedLines(), fieldLines(record));
 }
 
 void SettingsDialogPresetsTest::ok_storesAnEmptyList()

@@ -207,8 +207,8 @@ void SettingsDialogShortcutsTest::key_isCapturedAndStored()
     });
     AppSettings wanted;
     wanted.shortcutReset = keys;
-    QCOMPARE(fieldsOf(capture.record), fieldsOf(wanted));
-    QCOMPARE(storedFields(), fieldsOf(wanted));
+    QCOMPARE(fieldLines(capture.record), fieldLines(wanted));
+    QCOMPARE(storedLines(), fieldLines(wanted));
 }
 
 void SettingsDialogShortcutsTest::keyWithoutName_countsAsAKey_data()
@@ -338,7 +338,7 @@ void SettingsDialogShortcutsTest::everyRow_takesItsOwnKey()
     wanted.shortcutPlusMin = QStringLiteral("F3");
     wanted.shortcutMinusMin = QStringLiteral("F4");
     wanted.shortcutToggleOutput = QStringLiteral("F5");
-    QCOMPARE(fieldsOf(capture.record), fieldsOf(wanted));
+    QCOMPARE(fieldLines(capture.record), fieldLines(wanted));
 }
 
 void SettingsDialogShortcutsTest::sameKey_inTwoRows_isStoredTwice()
@@ -488,7 +488,7 @@ void SettingsDialogShortcutsTest::keys_idle_changeNothing()
         QVERIFY(capture.areAllIdle());
         capture.view().okButton()->click();
     });
-    QCOMPARE(fieldsOf(capture.record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
 }
 
 void SettingsDialogShortcutsTest::ownButton_keepsTheRowWaiting()
@@ -610,7 +610,7 @@ void SettingsDialogShortcutsTest::closing_whileWaiting_changesNothing()
             capture.dialog->close();
         QVERIFY(!capture.dialog->isVisible());
     });
-    QCOMPARE(fieldsOf(capture.record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
     QVERIFY(storeBytes().isEmpty());
     capture.dialog.reset();
     QVERIFY(!QWidget::keyboardGrabber());
@@ -622,10 +622,10 @@ void SettingsDialogShortcutsTest::capturedKey_reachesTheRecordOnlyByOk()
     capture.run([&] {
         capture.clickSetKey(1);
         capture.press(Qt::Key_F8);
-        QCOMPARE(fieldsOf(capture.record), fieldsOf(AppSettings()));
+        QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
         capture.view().cancelButton()->click();
     });
-    QCOMPARE(fieldsOf(capture.record), fieldsOf(AppSettings()));
+    QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
     QVERIFY(storeBytes().isEmpty());
 }
 

@@ -221,12 +221,12 @@ void SettingsDialogShortcutsPageTest::row_readsAndStoresItsField()
     QFETCH(const Text, field);
     AppSettings record;
     record.*field = QStringLiteral("Ctrl+F9");
-    const QStringList before = fieldsOf(record);
+    const QStringList before = fieldLines(record);
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     QCOMPARE(view.keyLabel(row)->text(), QStringLiteral("Ctrl+F9"));
     execWith(dialog, [&] { view.okButton()->click(); });
-    QCOMPARE(fieldsOf(record), before);
+    QCOMPARE(fieldLines(record), before);
 }
 
 void SettingsDialogShortcutsPageTest::clear_emptiesTheRow_data()
@@ -247,13 +247,13 @@ void SettingsDialogShortcutsPageTest::clear_emptiesTheRow()
         QCOMPARE(view.keyLabel(row)->text(), QStringLiteral("(none)"));
         QCOMPARE(view.keyLabel(row)->styleSheet(), normalLook);
         QCOMPARE(view.setKeyButton(row)->text(), QStringLiteral("Set Key"));
-        QCOMPARE(fieldsOf(record), fieldsOf(AppSettings()));
+        QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
         view.okButton()->click();
     });
     AppSettings wanted;
     wanted.*field = QString();
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
-    QCOMPARE(storedFields(), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
+    QCOMPARE(storedLines(), fieldLines(wanted));
 
     SettingsDialog reopened(&record, nullptr);
     QCOMPARE(DialogView(reopened).keyLabel(row)->text(), QStringLiteral("(none)"));
@@ -272,7 +272,7 @@ void SettingsDialogShortcutsPageTest::resetAll_setsTheDefaults()
             QCOMPARE(view.keyLabel(row)->styleSheet(), normalLook);
             QCOMPARE(view.setKeyButton(row)->text(), QStringLiteral("Set Key"));
         }
-        QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
+        QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
         view.okButton()->click();
     });
     QCOMPARE(record.shortcutStartPause, QStringLiteral("Space"));
@@ -298,7 +298,7 @@ void SettingsDialogShortcutsPageTest::resetAll_touchesNothingElse()
     wanted.shortcutPlusMin = defaults.shortcutPlusMin;
     wanted.shortcutMinusMin = defaults.shortcutMinusMin;
     wanted.shortcutToggleOutput = defaults.shortcutToggleOutput;
-    QCOMPARE(fieldsOf(record), fieldsOf(wanted));
+    QCOMPARE(fieldLines(record), fieldLines(wanted));
 }
 
 void SettingsDialogShortcutsPageTest::resetAll_thenCancel_keepsTheRecord()
@@ -310,7 +310,7 @@ void SettingsDialogShortcutsPageTest::resetAll_thenCancel_keepsTheRecord()
         view.resetKeysButton()->click();
         view.cancelButton()->click();
     });
-    QCOMPARE(fieldsOf(record), fieldsOf(unusualRecord()));
+    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
     QVERIFY(!QFile::exists(storeFilePath()));
 }
 
@@ -318,13 +318,13 @@ void SettingsDialogShortcutsPageTest::equalSequences_areAllStored()
 {
     AppSettings record;
     record.shortcutReset = QStringLiteral("Space");
-    const QStringList before = fieldsOf(record);
+    const QStringList before = fieldLines(record);
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     QCOMPARE(view.keyLabel(0)->text(), QStringLiteral("Space"));
     QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Space"));
     execWith(dialog, [&] { view.okButton()->click(); });
-    QCOMPARE(fieldsOf(record), before);
+    QCOMPARE(fieldLines(record), before);
 }
 
 VELMORA_TEST_MAIN(SettingsDialogShortcutsPageTest)

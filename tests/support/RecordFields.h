@@ -84,34 +84,34 @@ inline RecordFields firstRunFields()
     };
 }
 
-/// A record in which every field differs from its defaults, all within bounds.
-inline AppSettings unusualSettings()
+/// A record in which every field differs from its default, all within bounds.
+inline AppSettings unusualRecord()
 {
     AppSettings settings;
     settings.clock24hr = false;
     settings.clockShowSeconds = false;
-    settings.bgColor = QColor(0x01, 0x02, 0x03);
-    settings.timerColorNormal = QColor(0x0a, 0x0b, 0x0c);
-    settings.timerColorWarning = QColor(0x11, 0x12, 0x13);
-    settings.timerColorCritical = QColor(0xab, 0xcd, 0xef);
-    settings.clockColor = QColor(0x21, 0x22, 0x23);
-    settings.messageColor = QColor(0x31, 0x32, 0x33);
+    settings.bgColor = QColor(1, 2, 3);
+    settings.timerColorNormal = QColor(4, 5, 6);
+    settings.timerColorWarning = QColor(7, 8, 9);
+    settings.timerColorCritical = QColor(10, 11, 12);
+    settings.clockColor = QColor(13, 14, 15);
+    settings.messageColor = QColor(16, 17, 18);
     settings.timerFontSize = 31;
     settings.clockFontSize = 21;
     settings.messageFontSize = 13;
-    settings.defaultDuration = 1;
-    settings.warningThreshold = 2;
+    settings.defaultDuration = 754;
+    settings.warningThreshold = 17;
     settings.overtimeEnabled = false;
     settings.blinkEnabled = false;
-    settings.presets = {90, -5, 0, 90, 12345};
-    settings.bgImagePath = QStringLiteral("/pictures/stage.png");
+    settings.presets = {45, 90, 45};
+    settings.bgImagePath = QStringLiteral("/pictures/Stage left.png");
     settings.bgImageEnabled = true;
     settings.soundFilePath = QStringLiteral("/sounds/gong.wav");
     settings.soundEnabled = true;
     settings.shortcutStartPause = QStringLiteral("F1");
-    settings.shortcutReset = QStringLiteral("Ctrl+F2");
-    settings.shortcutPlusMin = QStringLiteral("F3");
-    settings.shortcutMinusMin = QStringLiteral("F4");
+    settings.shortcutReset = QStringLiteral("Ctrl+R");
+    settings.shortcutPlusMin = QStringLiteral("Num+5");
+    settings.shortcutMinusMin = QStringLiteral("Ctrl+K, Ctrl+C");
     settings.shortcutToggleOutput = QString();
     return settings;
 }
