@@ -1,5 +1,9 @@
 # Sourced by the scripts that drive Velmora on the virtual desktop: starting it, finding its
 # windows and the places on them, pressing keys, looking at pixels, taking pictures.
+#
+# Places and sizes are told in the program's own units. A script that has Velmora drawn larger
+# (QT_SCALE_FACTOR) sets "scale" to the same whole number before it sources this file.
+scale=${scale:-1}
 
 # The Control window as these scripts lay it out: tall enough to show everything at once.
 control_width=560
@@ -35,12 +39,19 @@ has_no_window() { ! window "$1" >/dev/null; }
 
 # The window's place as "X Y WIDTH HEIGHT".
 geometry() {
-    xdotool getwindowgeometry --shell "$(window "$1")" |
-        awk -F= '{ value[$1] = $2 } END { print value["X"], value["Y"], value["WIDTH"], value["HEIGHT"] }'
+    xdotool getwindowgeometry --shell "$(window "$1")" | awk -F= -v scale="$scale" '
+        { value[$1] = $2 / scale }
+        END { print value["X"], value["Y"], value["WIDTH"], value["HEIGHT"] }'
 }
 
 has_geometry() { [ "$(geometry "$1" 2>/dev/null)" = "$2" ]; }
 has_size() { [[ "$(geometry "$1" 2>/dev/null)" == *" $2" ]]; }
+
+# Places the Control window on the first monitor: WIDTH HEIGHT.
+resize_control() {
+    wmctrl -i -r "$control" \
+        -e "0,$((80 * scale)),$((40 * scale)),$(($1 * scale)),$(($2 * scale))"
+}
 
 start_velmora() {
     "$velmora" 2>"$log" &
@@ -49,7 +60,7 @@ start_velmora() {
     await 30 "the Output window did not come up on the second monitor" \
         has_geometry "Velmora — Output" "1920 0 1920 1080"
     control=$(window "Velmora — Control")
-    wmctrl -i -r "$control" -e "0,80,40,$control_width,$control_height"
+    resize_control "$control_width" "$control_height"
     await 10 "the Control window could not be sized" \
         has_size "Velmora — Control" "$control_width $control_height"
     await 10 "the Set button is not to be seen" find_set_button
@@ -64,7 +75,10 @@ close_velmora() {
 }
 
 # The pixels of a rectangle of the screen, three bytes each: X Y WIDTH HEIGHT.
-pixels() { import -silent -window root -crop "$3x$4+$1+$2" +repage -depth 8 rgb:-; }
+pixels() {
+    import -silent -window root \
+        -crop "$(($3 * scale))x$(($4 * scale))+$(($1 * scale))+$(($2 * scale))" +repage -depth 8 rgb:-
+}
 
 # Whether the pixels on standard input have a run of the colour (rrggbb).
 shows_run() { LC_ALL=C grep -caP "(\\x${1:0:2}\\x${1:2:2}\\x${1:4:2}){3}" >/dev/null; }
@@ -80,10 +94,13 @@ figure_is() { sees "$1" 1920 200 1920 400; }
 find_set_button() {
     local found
     found=$(import -silent -window "$control" -depth 8 rgb:- |
-        LC_ALL=C grep -obUaP '(\x2a\x9c\x4a){40,}' |
-        awk -F: -v width="$control_width" '{
+        LC_ALL=C grep -obUaP "(\x2a\x9c\x4a){$((40 * scale)),}" |
+        awk -F: -v scale="$scale" -v width="$((control_width * scale))" '{
             x = int($1 / 3) % width; y = int($1 / 3 / width)
-            if (y == last_y + 1 && x - last_x >= -4 && x - last_x <= 4) { print x, last_y; exit }
+            near = y == last_y + 1 && x - last_x >= -4 * scale && x - last_x <= 4 * scale
+            rows = near ? rows + 1 : 1
+            if (rows == 1) first_y = y
+            if (rows == 2 * scale) { print int(x / scale), int(first_y / scale); exit }
             last_x = x; last_y = y
         }')
     [ -n "$found" ] || return 1
@@ -93,7 +110,7 @@ find_set_button() {
 
 # Clicks into the Control window: X Y [TIMES].
 click_control() {
-    xdotool mousemove --window "$control" "$1" "$2" click --repeat "${3:-1}" --delay 60 1
+    xdotool mousemove --window "$control" $(($1 * scale)) $(($2 * scale)) click --repeat "${3:-1}" --delay 60 1
 }
 
 # Clicks at a place relative to the Set button's corner.
