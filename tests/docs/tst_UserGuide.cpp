@@ -155,7 +155,7 @@ void UserGuideTest::table_tellsTheDefaultOfAFirstRun()
     QStringList wrong;
     for (const Row &row : std::as_const(rows)) {
         if (storedForm(row.defaultValue) != stored.value(row.key))
-            wrong.append(row.key + ": " + row.defaultValue + ", not " + stored.value(row.key));
+            wrong.append(QString("%1: %2, not %3").arg(row.key, row.defaultValue, stored[row.key]));
     }
     QVERIFY2(wrong.isEmpty(), qPrintable('\n' + wrong.join('\n')));
 }
