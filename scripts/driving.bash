@@ -54,7 +54,7 @@ resize_control() {
 }
 
 start_velmora() {
-    "$velmora" 2>"$log" &
+    "${velmora[@]}" 2>"$log" &
     velmora_pid=$!
     await 30 "the Control window did not come up" has_window "Velmora — Control"
     await 30 "the Output window did not come up on the second monitor" \
