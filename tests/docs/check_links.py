@@ -16,15 +16,20 @@ INSIDE_PICTURE = re.compile(r"!\[(?P<text>[^\[\]]*)\]\((?P<target>[^()\s]*)\)")
 HEADING = re.compile(r"#{1,6}\s+(?P<title>.*?)\s*#*$")
 
 
+def tracked(repository):
+    """The documents that git tracks or would track; None where there is no git."""
+    command = ["git", "-C", repository, "ls-files", "-z", "--cached", "--others",
+               "--exclude-standard", "--", "*.md"]
+    try:
+        listing = subprocess.run(command, capture_output=True, check=True).stdout
+    except (FileNotFoundError, subprocess.CalledProcessError):
+        return None
+    return [repository / name for name in listing.decode().split("\0") if name]
+
+
 def documents(repository):
-    """What git tracks or would track; without git, everything outside of build folders."""
-    listing = subprocess.run(
-        ["git", "-C", repository, "ls-files", "-z", "--cached", "--others", "--exclude-standard",
-         "--", "*.md"], capture_output=True, check=False)
-    if listing.returncode == 0:
-        found = [repository / name for name in listing.stdout.decode().split("\0") if name]
-    else:
-        found = repository.rglob("*.md")
+    """The documents of the repository, or of its sources alone, outside of build folders."""
+    found = tracked(repository) or repository.rglob("*.md")
     return sorted(path for path in found
                   if path.is_file() and "build" not in path.relative_to(repository).parts)
 
