@@ -92,13 +92,22 @@ bool Program::isRunning() const
 
 QByteArray Program::complaints()
 {
-    static const QRegularExpression soundServer(
-        "^(PulseAudioService:|qt\\.multimedia|ALSA lib|Failed to open VDPAU backend|libva )");
     standardError += process.readAllStandardError();
+    return withoutToolkitsComplaints(standardError);
+}
+
+QByteArray withoutToolkitsComplaints(const QByteArray &standardError)
+{
+    // The one about a null pointer comes now and then from the oldest toolkit, when the
+    // connection of the update check is refused at once.
+    static const QRegularExpression notOurs(
+        "^(PulseAudioService:|qt\\.multimedia|ALSA lib|Failed to open VDPAU backend|libva "
+        "|(qt\\.core\\.qobject\\.connect: )?QObject::connect\\(QObject, Unknown\\): invalid "
+        "nullptr)");
     QByteArray rest;
     const QList<QByteArray> lines = standardError.split('\n');
     for (const QByteArray &line : lines) {
-        if (!line.isEmpty() && !soundServer.match(QString::fromUtf8(line)).hasMatch())
+        if (!line.isEmpty() && !notOurs.match(QString::fromUtf8(line)).hasMatch())
             rest += line + '\n';
     }
     return rest;

@@ -42,8 +42,7 @@ public:
     bool isRunning() const;
     /// Ends it the hard way, after a failure.
     void kill();
-    /// What the program itself wrote to standard error, without the toolkit's complaints
-    /// about a missing sound server.
+    /// What the program itself wrote to standard error.
     QByteArray complaints();
 
     /// The places in the Control window that a person clicks.
@@ -68,6 +67,10 @@ private:
     QByteArray standardError;
     QPoint setButton;
 };
+
+/// What is left of a program's standard error without the toolkit's complaints about a missing
+/// sound server and a refused connection.
+QByteArray withoutToolkitsComplaints(const QByteArray &standardError);
 
 /// Whether the full-screen Output window shows exactly this figure; a blinking one is seen
 /// every other half second. @p pixelSize is the figure's at a height of 1080 pixels.

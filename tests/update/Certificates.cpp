@@ -1,6 +1,7 @@
 #include "Certificates.h"
 
 #include <QFile>
+#include <QHostAddress>
 #include <QProcess>
 
 namespace {
@@ -41,12 +42,13 @@ Authority::Authority()
 
 Authority::Identity Authority::issue(const QString &host)
 {
+    const bool isAddress = !QHostAddress(host).isNull();
     const QByteArray settings = "[req]\ndistinguished_name = name\nprompt = no\n"
                                 "[name]\nCN = server\n"
                                 "[extensions]\nbasicConstraints = CA:FALSE\n"
                                 "extendedKeyUsage = serverAuth\n"
-                                "subjectAltName = DNS:"
-        + host.toLatin1() + "\n";
+                                "subjectAltName = "
+        + QByteArray(isAddress ? "IP:" : "DNS:") + host.toLatin1() + "\n";
     Identity identity;
     if (!writeFile(path("server.conf"), settings)
         || !run(QStringList{"req", "-new", "-config", path("server.conf")}

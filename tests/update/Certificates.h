@@ -23,7 +23,8 @@ public:
     QString problem() const { return whatFailed; }
     QSslCertificate certificate() const { return root; }
 
-    /// A server's certificate for the host, signed by this authority; null on failure.
+    /// A server's certificate for the host, a name or an address, signed by this authority;
+    /// null on failure.
     Identity issue(const QString &host);
 
 private:
