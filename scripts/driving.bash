@@ -108,9 +108,11 @@ find_set_button() {
     set_y=${found#* }
 }
 
-# Clicks into the Control window: X Y [TIMES].
+# Clicks into the Control window: X Y [TIMES]. The window manager holds a click back until it has
+# given the window the focus; keys do not wait for it, so they get a moment.
 click_control() {
     xdotool mousemove --window "$control" $(($1 * scale)) $(($2 * scale)) click --repeat "${3:-1}" --delay 60 1
+    sleep 0.2
 }
 
 # Clicks at a place relative to the Set button's corner.

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int processTimeoutMs = 30'000;
+constexpr int clickPauseMs = 150;
 constexpr int visibleDifference = 64;
 constexpr int comparedHeight = 24;
 constexpr double sameShare = 0.015;
@@ -194,6 +195,9 @@ void desktop::click(const QString &title, const QPoint &place)
     outputOf("xdotool",
              {"mousemove", "--window", windowId(title), QString::number(place.x()),
               QString::number(place.y()), "click", "1"});
+    // The window manager holds a click back until it has given the window the focus; keys do
+    // not wait for it and would overtake the click on a busy machine.
+    QTest::qWait(clickPauseMs);
 }
 
 QImage desktop::grab(const QRect &area)
