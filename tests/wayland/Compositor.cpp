@@ -73,13 +73,20 @@ WaylandProgram::~WaylandProgram()
     kill();
 }
 
-void WaylandProgram::start()
+void WaylandProgram::start(bool traced)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "wayland");
     environment.remove("DISPLAY");
+    if (traced)
+        environment.insert("WAYLAND_DEBUG", "client");
     process.setProcessEnvironment(environment);
     process.start(VELMORA_PROGRAM, QStringList());
+}
+
+QByteArray WaylandProgram::trace()
+{
+    return process.readAllStandardError();
 }
 
 bool WaylandProgram::isRunning() const

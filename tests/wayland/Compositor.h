@@ -30,7 +30,10 @@ class WaylandProgram
 public:
     ~WaylandProgram();
 
-    void start();
+    /// With @p traced, everything that it tells the compositor is written to standard error.
+    void start(bool traced = false);
+    /// What of that has come since the last call.
+    QByteArray trace();
     bool isRunning() const;
     /// Presses the × that closes the Control window, and waits; true when the process then
     /// ends with status 0.

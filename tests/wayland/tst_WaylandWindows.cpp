@@ -1,3 +1,5 @@
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "Compositor.h"
@@ -17,6 +19,7 @@ private slots:
     void cleanup();
 
     void start_coversTheOtherOutput();
+    void windows_haveTheIdOfTheDesktopEntry();
     void toggleKey_hidesAndShowsOutput();
     void startKey_counts();
     void closingControl_endsTheProgram();
@@ -76,6 +79,17 @@ bool figureHasMoved()
     return false;
 }
 
+/// The application ids that a program gives its windows.
+QStringList applicationIds(const QByteArray &trace)
+{
+    static const QRegularExpression request("set_app_id\\(\"([^\"]*)\"\\)");
+    QStringList ids;
+    QRegularExpressionMatchIterator matches = request.globalMatch(QString::fromUtf8(trace));
+    while (matches.hasNext())
+        ids << matches.next().captured(1);
+    return ids;
+}
+
 /// Gives the keyboard to the Control window: a click left of its figure, where nothing is.
 void clickIntoControl()
 {
@@ -120,6 +134,18 @@ void WaylandWindows::start_coversTheOtherOutput()
     QVERIFY(!compositor::isCovered(0));
     QVERIFY(wholeOutput.contains(compositor::controlWindow(0)));
     QVERIFY(!desktop::hasRun(compositor::picture(0), outputGround));
+}
+
+void WaylandWindows::windows_haveTheIdOfTheDesktopEntry()
+{
+    QVERIFY(program.close());
+    program.start(true);
+    QStringList ids;
+    AWAIT((ids += applicationIds(program.trace())).size() >= 2);
+    program.kill();
+    program.trace();
+    ids.removeDuplicates();
+    QCOMPARE(ids, QStringList(QFileInfo(VELMORA_DESKTOP_ENTRY).completeBaseName()));
 }
 
 void WaylandWindows::toggleKey_hidesAndShowsOutput()
