@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QAudioOutput>
+#include <QLabel>
+#include <QMediaPlayer>
+#include <QPixmap>
+#include <QTimer>
+#include <QWidget>
+
+/// The window for the audience, as small as it can be: one label over a black ground or,
+/// as an option, over a picture that is stretched to the window at every paint.
+class FloorOutput : public QWidget
+{
+public:
+    /// An empty path, or one that cannot be read, leaves the black ground.
+    explicit FloorOutput(const QString &picturePath);
+
+    QLabel label;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap picture;
+};
+
+/// The least that a count-down of two windows can be made of in this toolkit: what the
+/// program's figures are measured against.
+///
+/// One label a window, a timer of one second that dresses and fills both labels anew, and a
+/// media player with an audio output, which is never played. Not an application style sheet,
+/// a layout beyond the one that centres the label, a wall clock or a store.
+class FloorWindows : public QObject
+{
+public:
+    /// @p controlSize is the size of the operator's window, to be the program's.
+    FloorWindows(QSize controlSize, const QString &picturePath = {});
+
+    /// Shows the operator's window, then the audience's full screen on the first screen that
+    /// is not the operator's.
+    void show();
+    /// Shows a third window, whose label shows a picture of the audience's, twice a second.
+    void showPreview();
+    /// Counts down by one second each second.
+    void start();
+    /// One second has passed.
+    void tick();
+    /// Takes the preview's picture anew.
+    void refreshPreview();
+    /// Sets the count without drawing it.
+    void setRemaining(int seconds);
+
+    QWidget control;
+    QLabel controlLabel;
+    FloorOutput output;
+
+private:
+    void draw();
+
+    QMediaPlayer player;
+    QAudioOutput audioOutput;
+    QTimer timer;
+    int remaining = 300;
+    QWidget preview;
+    QLabel previewLabel;
+    QTimer previewTimer;
+};
