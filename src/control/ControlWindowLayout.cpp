@@ -101,8 +101,19 @@ QLayout *ControlWindow::buildHeaderRow()
 
 QWidget *ControlWindow::buildScrollArea()
 {
+    // In its place before it is filled: a widget that is moved is dressed anew, and with it all
+    // that it holds.
+    auto *scrollArea = new QScrollArea(centralWidget());
+    scrollArea->setAccessibleName(tr("Timer controls")); // Tab stops at it, too
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    scrollArea->setStyleSheet(scrollAreaStyle);
+
     auto *content = new QWidget;
     content->setStyleSheet(contentStyle);
+    scrollArea->setWidget(content);
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 4, 0); // on the right, room for the thin scroll bar
     column->setSpacing(5);
@@ -137,14 +148,6 @@ QWidget *ControlWindow::buildScrollArea()
 
     column->addStretch();
 
-    auto *scrollArea = new QScrollArea;
-    scrollArea->setAccessibleName(tr("Timer controls")); // Tab stops at it, too
-    scrollArea->setWidgetResizable(true);
-    scrollArea->setFrameShape(QFrame::NoFrame);
-    scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    scrollArea->setStyleSheet(scrollAreaStyle);
-    scrollArea->setWidget(content);
     return scrollArea;
 }
 
