@@ -2,9 +2,11 @@
 
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
@@ -47,6 +49,14 @@ QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
     return header;
 }
 
+// To find out the format, the toolkit would load all of its plugins for pictures.
+QIcon readLogo()
+{
+    QImageReader reader(logoPath, "png");
+    reader.setAutoDetectImageFormat(false);
+    return QIcon(QPixmap::fromImageReader(&reader));
+}
+
 } // namespace
 
 void ControlWindow::buildUi()
@@ -78,7 +88,7 @@ QLayout *ControlWindow::buildHeaderRow()
     // Two leading blanks part the text from the logo.
     QPushButton *titleBtn =
         makeHooked(tr("  VELMORA"), tr("About Velmora"), QStringLiteral("appTitle"));
-    titleBtn->setIcon(QIcon(logoPath));
+    titleBtn->setIcon(readLogo());
     titleBtn->setIconSize(QSize(28, 28));
     titleBtn->setStyleSheet(titleStyle);
     connect(titleBtn, &QPushButton::clicked, this, [this] {
