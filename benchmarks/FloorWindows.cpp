@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTime>
 #include <QVBoxLayout>
 
 namespace {
@@ -14,7 +15,9 @@ const QString outputStyle = QStringLiteral("color:%1;font-size:%2px;font-weight:
 const QString controlStyle = QStringLiteral(
     "color:%1;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
 const QColor figureColor(QStringLiteral("#00cc00"));
+const QColor clockColor(Qt::white);
 constexpr int outputFontPx = 300;
+constexpr int clockFontPx = 80;
 
 // The label is as large as its text and no larger: were it to fill the window, every tick would
 // draw the whole window, and the floor would be slower than it need be.
@@ -42,6 +45,24 @@ FloorOutput::FloorOutput(const QString &picturePath)
         picture.load(picturePath);
     if (picture.isNull())
         setGround(*this, Qt::black);
+}
+
+// The program's clock is asked for twice a second, too, and drawn once: a label that is given
+// the text that it has does nothing.
+void FloorOutput::showClock()
+{
+    clock.setStyleSheet(outputStyle.arg(clockColor.name()).arg(clockFontPx));
+    tickClock();
+    layout()->addWidget(&clock);
+    layout()->setAlignment(&label, Qt::AlignHCenter | Qt::AlignBottom);
+    layout()->setAlignment(&clock, Qt::AlignHCenter | Qt::AlignTop);
+    connect(&clockTimer, &QTimer::timeout, this, &FloorOutput::tickClock);
+    clockTimer.start(500);
+}
+
+void FloorOutput::tickClock()
+{
+    clock.setText(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")));
 }
 
 void FloorOutput::paintEvent(QPaintEvent *event)

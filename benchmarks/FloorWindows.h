@@ -8,12 +8,16 @@
 #include <QWidget>
 
 /// The window for the audience, as small as it can be: one label over a black ground or,
-/// as an option, over a picture that is stretched to the window at every paint.
+/// as options, over a picture that is stretched to the window at every paint, and with a wall
+/// clock under it.
 class FloorOutput : public QWidget
 {
 public:
     /// An empty path, or one that cannot be read, leaves the black ground.
     explicit FloorOutput(const QString &picturePath);
+
+    /// Shows the time under the label, asked for twice a second.
+    void showClock();
 
     QLabel label;
 
@@ -21,7 +25,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void tickClock();
+
     QPixmap picture;
+    QLabel clock;
+    QTimer clockTimer;
 };
 
 /// The least that a count-down of two windows can be made of in this toolkit: what the
