@@ -16,7 +16,6 @@ const QString controlStyle = QStringLiteral(
     "color:%1;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
 const QColor figureColor(QStringLiteral("#00cc00"));
 const QColor clockColor(Qt::white);
-constexpr int outputFontPx = 300;
 constexpr int clockFontPx = 80;
 
 // The label is as large as its text and no larger: were it to fill the window, every tick would
@@ -150,7 +149,7 @@ void FloorWindows::draw()
     const QString text = QStringLiteral("%1:%2")
                              .arg(remaining / 60, 2, 10, QLatin1Char('0'))
                              .arg(remaining % 60, 2, 10, QLatin1Char('0'));
-    output.label.setStyleSheet(outputStyle.arg(figureColor.name()).arg(outputFontPx));
+    output.label.setStyleSheet(outputStyle.arg(figureColor.name()).arg(figurePixelSize));
     output.label.setText(text);
     controlLabel.setText(text);
     controlLabel.setStyleSheet(controlStyle.arg(figureColor.name()));

@@ -41,6 +41,9 @@ private:
 class FloorWindows : public QObject
 {
 public:
+    /// Of the audience's figure, as in the program's first run on a screen of 1080 lines.
+    static constexpr int figurePixelSize = 300;
+
     /// @p controlSize is the size of the operator's window, to be the program's.
     FloorWindows(QSize controlSize, const QString &picturePath = {});
 

@@ -62,6 +62,9 @@ VelmoraStage::VelmoraStage(const QString &picturePath)
                                               showOnOtherScreen(*output, *control);
                                           }),
             "the program's windows were not painted");
+    // What is compared must be alike: the figures' glyphs are most of every tick.
+    require(figure->fontInfo().pixelSize() == FloorWindows::figurePixelSize,
+            "the program's figure is not as large as the floor's");
 }
 
 VelmoraStage::~VelmoraStage()
