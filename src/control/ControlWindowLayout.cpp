@@ -50,11 +50,11 @@ QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
 }
 
 // To find out the format, the toolkit would load all of its plugins for pictures.
-QIcon readLogo()
+QPixmap readLogo()
 {
     QImageReader reader(logoPath, "png");
     reader.setAutoDetectImageFormat(false);
-    return QIcon(QPixmap::fromImageReader(&reader));
+    return QPixmap::fromImageReader(&reader);
 }
 
 } // namespace
