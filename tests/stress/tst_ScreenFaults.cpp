@@ -105,9 +105,12 @@ void ScreenFaults::operatorsMonitor_comesAndGoesWhileCounting()
 
         xrandr({"--output", "DUMMY0", "--primary", "--mode", "1920x1080", "--pos", "0x0",
                 "--output", "DUMMY1", "--mode", "1920x1080", "--pos", "1920x0"});
-        desktop::placeWindow(controlTitle, QRect(80, 40, 560, 900));
-        AWAIT(desktop::windowGeometry(controlTitle).intersects(desktop::firstMonitor)
-              && desktop::windowGeometry(controlTitle).x() < 1000);
+        // The toolkit took the window over to the other screen, and notices where it stands
+        // when it is moved for the first time.
+        const int before = desktop::windowGeometry(controlTitle).x();
+        desktop::placeWindow(controlTitle, QRect(200 + 50 * round, 40, 560, 900));
+        AWAIT(desktop::windowGeometry(controlTitle).x() != before
+              && desktop::windowGeometry(controlTitle).x() < desktop::secondMonitor.x());
         showAnew();
         AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
         verifyCountKeptUp();
