@@ -75,6 +75,7 @@ void ControlWindowOutputTwoScreensTest::toggle_followsTheControlWindow()
     QCOMPARE(fixture.output.geometry(), secondScreen);
     fixture.window->toggleOutput();
     fixture.window->setGeometry(2020, 100, 800, 900);
+    QTRY_COMPARE(fixture.window->screen(), QGuiApplication::screens().at(1));
     fixture.window->toggleOutput();
     QVERIFY(fixture.output.isFullScreen());
     QCOMPARE(fixture.output.geometry(), firstScreen);

@@ -64,6 +64,7 @@ void ScreenPlacementTest::placedAgain_followsTheOperatorsMove()
     QCOMPARE(audience.geometry(), screens.at(1));
     audience.hide();
     showOn(control, 1);
+    QTRY_COMPARE(control.screen(), QGuiApplication::screens().at(1));
     showOnOtherScreen(audience, control);
     QVERIFY(audience.isFullScreen());
     // The offscreen platform does not move a window that is full screen, so only its screen

@@ -22,7 +22,8 @@ bool isToolkitsOwn(const QString &line)
 {
     static const QRegularExpression known(
         "^(PulseAudioService: .*|qt\\.multimedia\\..*|ALSA lib .*|\\[ALSOFT\\].*"
-        "|.*XDG_RUNTIME_DIR not set.*|Failed to create .*dbus.*|libva.*)$");
+        "|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|.*XDG_RUNTIME_DIR not set.*|Failed to create "
+        ".*dbus.*|libva.*)$");
     return known.match(line).hasMatch();
 }
 

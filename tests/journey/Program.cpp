@@ -101,7 +101,8 @@ QByteArray withoutToolkitsComplaints(const QByteArray &standardError)
     // The one about a null pointer comes now and then from the oldest toolkit, when the
     // connection of the update check is refused at once.
     static const QRegularExpression notOurs(
-        "^(PulseAudioService:|qt\\.multimedia|ALSA lib|Failed to open VDPAU backend|libva "
+        "^(PulseAudioService:|\\[[EW]\\]\\[[0-9:.]+\\] pw\\.|qt\\.multimedia|ALSA lib|Failed to "
+        "open VDPAU backend|libva "
         "|(qt\\.core\\.qobject\\.connect: )?QObject::connect\\(QObject, Unknown\\): invalid "
         "nullptr)");
     QByteArray rest;
