@@ -26,8 +26,11 @@ std::array<int, 3> versionNumbers(const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('.'));
     std::array<int, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        numbers[i] = parts.value(qsizetype(i)).toInt(); // 0 for what is no 32-bit decimal
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const QString part = parts.value(qsizetype(i));
+        // 0 for what is no 32-bit decimal. The toolkit would read as far as a NUL character.
+        numbers[i] = part.contains(QChar::Null) ? 0 : part.toInt();
+    }
     return numbers;
 }
 

@@ -111,6 +111,11 @@ void UpdaterTest::versions_areComparedByThreeNumbers_data()
         QTest::addRow("%s against %s", row.remote, row.local)
             << QString(row.remote) << QString(row.local) << row.newer;
     }
+    // 0, 1, 0: what ends in a character that is no digit is no number, not even in this one.
+    QTest::addRow("NUL behind a number") << QString("2") + QChar::Null + ".1"
+                                         << "0.1.1" << false;
+    QTest::addRow("NUL inside a number") << QString("2") + QChar::Null + "3.1"
+                                         << "0.1.1" << false;
 }
 
 void UpdaterTest::versions_areComparedByThreeNumbers()
