@@ -181,7 +181,7 @@ private:
         fixture.window->openSettings();
         QVERIFY(person.hasPlayed());
         QCOMPARE(fixture.settings.timerFontSize, 200 + tick / 600 % 100);
-        QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
         ++dialogs;
     }
 

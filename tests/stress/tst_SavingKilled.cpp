@@ -47,8 +47,8 @@ QStringList unfinishedFiles(const QDir &directory)
 
 void SavingKilledTest::killed_leavesOneRecordWhole()
 {
-    const QStringList first = fieldsOf(savedRecord(true));
-    const QStringList second = fieldsOf(savedRecord(false));
+    const QStringList first = fieldLines(savedRecord(true));
+    const QStringList second = fieldLines(savedRecord(false));
     const auto seed = QRandomGenerator::global()->generate();
     QRandomGenerator random(seed);
     qInfo("Seed of the moments: %u", seed);
@@ -72,7 +72,7 @@ void SavingKilledTest::killed_leavesOneRecordWhole()
         whileLocked += QFile::exists(lock) ? 1 : 0;
         const QStringList unfinished = unfinishedFiles(directory);
         beforeRename += unfinished.isEmpty() ? 0 : 1;
-        const QStringList stored = storedFields();
+        const QStringList stored = storedLines();
         firsts += stored == first ? 1 : 0;
         if (stored != first && stored != second) {
             QFile::copy(storeFilePath(), QCoreApplication::applicationFilePath() + ".broken");

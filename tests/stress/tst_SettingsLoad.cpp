@@ -69,8 +69,8 @@ void SettingsLoadTest::fiveHundredRoundTrips_loseNothing()
             number.push_back(trip);
             cost.push_back(seconds);
         }
-        QCOMPARE(fieldsOf(record), fieldsOf(wanted));
-        QCOMPARE(storedFields(), fieldsOf(wanted));
+        QCOMPARE(fieldLines(record), fieldLines(wanted));
+        QCOMPARE(storedLines(), fieldLines(wanted));
     }
     const statistics::Line line = statistics::fit(number, cost);
     qInfo("%d round trips, each dialog opened, changed, accepted: median %.2f ms, p99 %.2f ms of "

@@ -118,7 +118,7 @@ void StoreFaultsTest::fullDisk_losesNothing()
 
     QVERIFY(QFile::remove(fillerPath()));
     saveSettings(fixture.settings);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 void StoreFaultsTest::fullDiskWithoutAStore_losesNothing()
@@ -132,7 +132,7 @@ void StoreFaultsTest::fullDiskWithoutAStore_losesNothing()
 
     QVERIFY(QFile::remove(fillerPath()));
     saveSettings(fixture.settings);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 void StoreFaultsTest::readOnlyStore_losesNothing()
@@ -151,7 +151,7 @@ void StoreFaultsTest::readOnlyStore_losesNothing()
 
     QVERIFY(mounts::setReadOnly(storeDirectory(), false));
     saveSettings(fixture.settings);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 int main(int argc, char *argv[])

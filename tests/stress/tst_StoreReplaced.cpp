@@ -86,14 +86,14 @@ void StoreReplacedTest::replaced_isOverruledByTheNextSave()
     QFETCH(Damage, damage);
     ControlFixture fixture(loadedSettings());
     fixture.show();
-    QStringList wanted = fieldsOf(fixture.settings);
+    QStringList wanted = fieldLines(fixture.settings);
     damage(storeFilePath());
-    QCOMPARE(fieldsOf(fixture.settings), wanted);
+    QCOMPARE(fieldLines(fixture.settings), wanted);
 
     change(fixture);
-    wanted = fieldsOf(fixture.settings);
+    wanted = fieldLines(fixture.settings);
     QCOMPARE(fixture.settings.presets, QList<int>({45, 90, 45, 77 * 60 + 7}));
-    QCOMPARE(storedFields(), wanted);
+    QCOMPARE(storedLines(), wanted);
     const QString target = QFile::symLinkTarget(storeFilePath());
     if (!target.isEmpty())
         QVERIFY(QFile::remove(target));
@@ -105,7 +105,7 @@ void StoreReplacedTest::replaced_keepsWhatTheProgramDoesNotKnow()
     fixture.show();
     writeStoreBytes("[General]\nfromElsewhere=kept\ntimerFontSize=222\n");
     change(fixture);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
     QCOMPARE(QSettings("Velmora", "Velmora").value("fromElsewhere").toString(), QString("kept"));
 }
 
@@ -121,7 +121,7 @@ void StoreReplacedTest::replacedByADirectory_isLeftAlone()
 
     QVERIFY(QDir().rmdir(storeFilePath()));
     saveSettings(fixture.settings);
-    QCOMPARE(storedFields(), fieldsOf(fixture.settings));
+    QCOMPARE(storedLines(), fieldLines(fixture.settings));
 }
 
 VELMORA_TEST_MAIN(StoreReplacedTest)
