@@ -11,9 +11,10 @@ can_make_roots() {
     fi
 }
 
-# make_root SUITE FOLDER: a mirror that lags behind does; what comes from it is verified anyway.
+# make_root SUITE FOLDER [PACKAGE]: with a package beyond the essential ones. A mirror that lags
+# behind does; what comes from it is verified anyway.
 make_root() {
-    mmdebstrap --quiet --variant=minbase --components=main \
+    mmdebstrap --quiet --variant=minbase --components=main ${3:+"--include=$3"} \
         --aptopt='Acquire::Check-Valid-Until "false"' "$1" "$2"
 }
 
