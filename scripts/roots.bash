@@ -11,7 +11,7 @@ can_make_roots() {
     fi
 }
 
-# make_root SUITE FOLDER [PACKAGE]: with a package beyond the essential ones. A mirror that lags
+# make_root SUITE FOLDER [PACKAGE,...]: with packages beyond the essential ones. A mirror that lags
 # behind does; what comes from it is verified anyway.
 make_root() {
     mmdebstrap --quiet --variant=minbase --components=main ${3:+"--include=$3"} \
