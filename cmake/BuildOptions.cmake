@@ -40,6 +40,14 @@ if(VELMORA_SANITIZERS)
     target_link_options(velmora_options INTERFACE -fsanitize=${VELMORA_SANITIZERS})
 endif()
 
+if(VELMORA_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "VELMORA_FUZZ needs Clang; the preset \"fuzz\" asks for it.")
+    endif()
+    # The fuzzer learns from the program's own code which inputs are worth keeping.
+    target_compile_options(velmora_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(VELMORA_COVERAGE)
     target_compile_options(velmora_options INTERFACE --coverage -fprofile-update=atomic)
     target_link_options(velmora_options INTERFACE --coverage)
