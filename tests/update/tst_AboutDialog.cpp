@@ -253,7 +253,9 @@ void AboutDialogTest::separators_areThinLines()
 void AboutDialogTest::logo_fillsItsSquare()
 {
     const AboutDialog dialog;
+    // A pixmap keeps its colours multiplied with their opacity, and scales them so.
     const QImage expected = QImage(":/assets/VELMORA LOGO DESKTOP NO BACKGROUND.png")
+                                .convertToFormat(QImage::Format_ARGB32_Premultiplied)
                                 .scaled(64, 64, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     const QPixmap logo = AboutCard(dialog).logo()->pixmap();
     QCOMPARE(qMax(logo.width(), logo.height()), 64);
