@@ -63,7 +63,7 @@ bool Program::start()
 {
     standardError.clear();
     process.setProcessChannelMode(QProcess::SeparateChannels);
-    process.start(VELMORA_PROGRAM, QStringList());
+    process.start(qEnvironmentVariable("VELMORA_JOURNEY_PROGRAM", VELMORA_PROGRAM), QStringList());
     if (!waitUntil(
             [] { return desktop::hasWindow(controlTitle) && desktop::hasWindow(outputTitle); }))
         return false;

@@ -25,7 +25,8 @@ inline const QColor criticalColour(0xff, 0x22, 0x00);
 inline const QColor messageColour(0xff, 0xff, 0x00);
 
 /// The built program, started as a person starts it and seen from outside: its windows, what
-/// they show, its exit status and what it wrote to standard error.
+/// they show, its exit status and what it wrote to standard error. VELMORA_JOURNEY_PROGRAM of the
+/// environment names another command to start it by.
 class Program
 {
 public:
