@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <QAudioOutput>
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -205,8 +207,8 @@ void ControlWindowCueFileTest::row_holdsLabelBrowseAndTest()
     const QAbstractButton *test = fixture.button("Test");
     QVERIFY(browse);
     QVERIFY(test);
-    QCOMPARE(QPair(browse->minimumWidth(), browse->maximumWidth()), QPair(80, 80));
-    QCOMPARE(QPair(test->minimumWidth(), test->maximumWidth()), QPair(50, 50));
+    QCOMPARE(std::pair(browse->minimumWidth(), browse->maximumWidth()), std::pair(80, 80));
+    QCOMPARE(std::pair(test->minimumWidth(), test->maximumWidth()), std::pair(50, 50));
     QVERIFY(label->geometry().right() < browse->x());
     QVERIFY(browse->geometry().right() < test->x());
     QVERIFY(fixture.button("Enable sound cue")->geometry().bottom() < browse->y());
