@@ -33,6 +33,9 @@ class Mutant:
     operator: str
     before: str  # the line's code, or the call's
     after: str
+    # Whether only the sources need be compiled anew: what a constructor of the sources initialises
+    # is no matter of the tests that include the header.
+    sources_only: bool = False
     number: int = 0  # among those of the same file and text
 
     @property
@@ -95,6 +98,14 @@ class Source:
             if declaration.location.file and declaration.location.file.name == name
             for cursor in declaration.walk_preorder()
         ]
+        self.initialised = [
+            (field.extent.start.offset, field.extent.end.offset)
+            for cursor in self.cursors
+            if cursor.kind in (cindex.CursorKind.CLASS_DECL, cindex.CursorKind.STRUCT_DECL)
+            and any(is_constructor_elsewhere(member) for member in cursor.get_children())
+            for field in cursor.get_children()
+            if field.kind == cindex.CursorKind.FIELD_DECL
+        ]
 
     def mutants(self):
         for i, token in enumerate(self.tokens):
@@ -121,6 +132,7 @@ class Source:
                 operator,
                 one_line(self.text[first:last]),
                 "removed" if whole_statement else one_line(after),
+                any(first <= offset < last for first, last in self.initialised),
             ),
         )
 
@@ -215,6 +227,10 @@ class Source:
         i = self.at.get(first)
         if i and self.tokens[i - 1].spelling in STATEMENT_BEGINS:
             self.add("removed call", first, last, b"", whole_statement=True)
+
+
+def is_constructor_elsewhere(cursor):
+    return cursor.kind == cindex.CursorKind.CONSTRUCTOR and not cursor.is_definition()
 
 
 def without_directives(tokens):

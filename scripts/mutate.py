@@ -120,7 +120,9 @@ class Runner:
         temporary = self.folder / "tmp" / test.name
         temporary.mkdir(parents=True, exist_ok=True)
         environment = os.environ | test.environment | {
-            "TMPDIR": str(temporary), "LD_LIBRARY_PATH": str(self.libraries)}
+            "TMPDIR": str(temporary), "LD_LIBRARY_PATH": str(self.libraries),
+            # Otherwise every test that has a player would look through all plug-ins anew.
+            "GST_REGISTRY": str(WORK / "gstreamer-registry")}
         with self.lock:
             if self.stopped:
                 return ""
@@ -183,6 +185,7 @@ class Worker:
         self.folder = WORK / f"worker-{number}"
         shutil.rmtree(self.folder, ignore_errors=True)
         self.sources = self.folder / "sources"
+        self.runner = Runner(self.folder, self.folder / "libraries")
         for name in ("src", "tests"):
             shutil.copytree(BASE / name, self.sources / name)
 
@@ -200,6 +203,8 @@ class Worker:
 
     def judge_written(self, mutant):
         objects = self.build.objects_of[mutant.path]
+        if mutant.sources_only:
+            objects = {name for name in objects if name.startswith("src/")}
         self.made = {}
         self.made_lock = threading.Lock()
         libraries = self.build.libraries(objects)
@@ -257,7 +262,7 @@ class Worker:
         return result if made.returncode == 0 else None
 
     def test(self, mutant, tests, objects):
-        runner = Runner(self.folder, self.folder / "libraries")
+        runner = self.runner = Runner(self.folder, self.folder / "libraries")
         outcome = []
         waiting = collections.deque(tests)
 
@@ -345,9 +350,9 @@ def build_base():
 def candidates():
     """All mutants, kept until the sources or the finder change: to find them takes a minute."""
     digest = hashlib.sha256()
-    for path in sorted((BASE / "src").rglob("*")) + [PROJECT / "scripts/mutants.py"]:
-        if path.is_file():
-            digest.update(path.read_bytes())
+    sources = [*(BASE / "src").rglob("*.cpp"), *(BASE / "src").rglob("*.h")]
+    for path in sorted(sources) + [PROJECT / "scripts/mutants.py"]:
+        digest.update(path.read_bytes())
     kept = WORK / f"candidates-{digest.hexdigest()[:16]}"
     if kept.exists():
         return pickle.loads(kept.read_bytes())
@@ -433,11 +438,11 @@ def judge_all(chosen, build, workers, log, results):
     for mutant in chosen:
         waiting.put(mutant)
     lock = threading.Lock()
-    errors = []
+    crew = [Worker(number, build, killers, unsteady) for number in range(1, workers + 1)]
+    ended = threading.Event()
 
-    def take(number):
-        worker = Worker(number, build, killers, unsteady)
-        while not errors:
+    def take(worker):
+        while not ended.is_set():
             try:
                 mutant = waiting.get_nowait()
             except queue.Empty:
@@ -445,10 +450,12 @@ def judge_all(chosen, build, workers, log, results):
             began = time.monotonic()
             try:
                 result, by = worker.judge(mutant)
-            except Exception as error:  # pylint: disable=broad-except
-                errors.append(error)
+            except BaseException:
+                ended.set()
                 raise
             with lock:
+                if ended.is_set():
+                    return
                 results[mutant.key] = result, by
                 log.write("\t".join((result, by, mutant.path, str(mutant.line), mutant.operator,
                                      mutant.before, mutant.after, str(mutant.number),
@@ -459,12 +466,19 @@ def judge_all(chosen, build, workers, log, results):
                 if sys.stderr.isatty():
                     sys.stderr.write(f"\r{len(results)} done, {waiting.qsize()} waiting  ")
 
-    threads = [threading.Thread(target=take, args=(number,)) for number in range(1, workers + 1)]
+    threads = [threading.Thread(target=take, args=(worker,)) for worker in crew]
     for thread in threads:
         thread.start()
-    for thread in threads:
-        thread.join()
-    if errors:
+    try:
+        for thread in threads:
+            thread.join()
+    finally:
+        # Where it is interrupted, no test is left behind.
+        if any(thread.is_alive() for thread in threads):
+            ended.set()
+            for worker in crew:
+                worker.runner.stop()
+    if ended.is_set():
         raise SystemExit("mutate: a worker failed; see above")
     for name, count in unsteady.most_common():
         print(f"Failed once and passed when run again, so not counted: {name} ({count} times)")
@@ -530,6 +544,7 @@ def choose(options, found):
 def main():
     options = arguments()
     # What a mutant wastes is its own, and it leaves no core.
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
     WORK.mkdir(parents=True, exist_ok=True)

@@ -115,6 +115,8 @@ private slots:
     void test_whileTheFileIsOpened_playsIt();
     void test_whileSounding_startsOver();
     void test_leavesTheZeroAlone();
+    void play_attachesTheOutputAnewOnTheOldestToolkit_data();
+    void play_attachesTheOutputAnewOnTheOldestToolkit();
     void brokenFile_isSilentAndDelaysNothing_data();
     void brokenFile_isSilentAndDelaysNothing();
     void brokenFile_isReplacedByAGoodOne();
@@ -383,6 +385,31 @@ void ControlWindowCueFileTest::test_leavesTheZeroAlone()
     fixture.button("Test")->click();
     fixture.window->onTimerTick(0); // nor re-armed
     QCOMPARE(fixture.plays(), 2);
+}
+
+void ControlWindowCueFileTest::play_attachesTheOutputAnewOnTheOldestToolkit_data()
+{
+    QTest::addColumn<bool>("test");
+    QTest::newRow("at zero") << false;
+    QTest::newRow("by Test") << true;
+}
+
+// Without it, a sound chosen minutes before is late there, as scripts/check-cue hears.
+void ControlWindowCueFileTest::play_attachesTheOutputAnewOnTheOldestToolkit()
+{
+    QFETCH(bool, test);
+    CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
+    QVERIFY(fixture.waitForFile());
+    const QAudioOutput *output = fixture.player->audioOutput();
+    QVERIFY(output);
+    const QSignalSpy changes(fixture.player, &QMediaPlayer::audioOutputChanged);
+    if (test)
+        fixture.button("Test")->click();
+    else
+        fixture.window->onTimerTick(0);
+    const bool isOldest = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
+    QCOMPARE(changes.size(), isOldest ? 2 : 0); // taken off, and attached
+    QCOMPARE(fixture.player->audioOutput(), output);
 }
 
 void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing_data()
