@@ -122,7 +122,9 @@ class Runner:
         environment = os.environ | test.environment | {
             "TMPDIR": str(temporary), "LD_LIBRARY_PATH": str(self.libraries),
             # Otherwise every test that has a player would look through all plug-ins anew.
-            "GST_REGISTRY": str(WORK / "gstreamer-registry")}
+            "GST_REGISTRY": str(WORK / "gstreamer-registry"),
+            # A test that is ended while it looks for this server leaves a lock for all that follow.
+            "GST_PLUGIN_FEATURE_RANK": "jackaudiosink:NONE,jackaudiosrc:NONE"}
         with self.lock:
             if self.stopped:
                 return ""
@@ -301,16 +303,19 @@ class Worker:
         failure = runner.run(test, executable)
         if failure is None or runner.stopped:
             return None
-        if failure == "":
-            return TIMED_OUT, test.name
         # A loaded machine can fail a test, too; then it does not fail again.
         function = failure.partition("::")[2]
         again = runner.run(test, executable, function) if function else None
-        again = again or runner.run(test, executable)
-        if again is None and not runner.stopped:
-            self.unsteady[failure] += 1
+        if again is None:
+            again = runner.run(test, executable)
+        if runner.stopped:
             return None
-        return (KILLED, failure if "::" in failure else f"{test.name}: {failure}") if again else None
+        if again is None:
+            self.unsteady[failure or f"{test.name} took too long"] += 1
+            return None
+        if again == "":
+            return TIMED_OUT, test.name
+        return KILLED, again if "::" in again else f"{test.name}: {again}"
 
 
 def update_base():
@@ -574,7 +579,7 @@ def main():
         log_of = read_log()
         for mutant in chosen:
             fields = log_of.get(mutant.key)
-            if fields and fields[0] != SURVIVED:
+            if fields and fields[0] in (KILLED, UNCOMPILABLE):
                 results[mutant.key] = fields[0], fields[1]
     if not options.equivalents:
         results |= {each.key: (EQUIVALENT, "") for each in chosen if is_equivalent(each)}

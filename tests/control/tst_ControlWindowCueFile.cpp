@@ -99,6 +99,7 @@ private slots:
     void check_savesAtOnce();
     void label_showsTheFileNameOnly_data();
     void label_showsTheFileNameOnly();
+    void label_showsMarkUpAsItIs();
     void row_holdsLabelBrowseAndTest();
     void player_isSetUpAtFullVolume();
     void player_takesThePathUnchecked_data();
@@ -194,6 +195,13 @@ void ControlWindowCueFileTest::label_showsTheFileNameOnly()
     const ControlFixture fixture(withCue(path));
     QVERIFY(fileLabel(fixture));
     QCOMPARE(fileLabel(fixture)->text(), text);
+}
+
+void ControlWindowCueFileTest::label_showsMarkUpAsItIs()
+{
+    const ControlFixture fixture(withCue("/music/<b>gong.wav"));
+    QCOMPARE(fileLabel(fixture)->text(), QStringLiteral("<b>gong.wav"));
+    QCOMPARE(fileLabel(fixture)->textFormat(), Qt::PlainText);
 }
 
 void ControlWindowCueFileTest::row_holdsLabelBrowseAndTest()
