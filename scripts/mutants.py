@@ -69,12 +69,13 @@ def find(root, build):
 
 
 def parser_arguments(command):
+    """All but what to read and what to write; the precompiled headers are read as well."""
     kept = []
     words = iter(command[1:])
     for word in words:
-        if word in ("-Xclang", "-o", "-c"):
+        if word in ("-o", "-c"):
             next(words)
-        elif word != "-Winvalid-pch":
+        else:
             kept.append(word)
     return kept
 
@@ -202,7 +203,7 @@ class Source:
         condition = [token.spelling for token in self.tokens[i + 2 : j]]
         if "=" not in condition and not is_negated_by_token(condition):
             first = self.tokens[i + 2].extent.start.offset
-            self.negate("if", first, self.tokens[j - 1].extent.end.offset)
+            self.negate(first, self.tokens[j - 1].extent.end.offset)
 
     def swap_arms(self, cursor):
         condition = next(cursor.get_children())
@@ -215,9 +216,9 @@ class Source:
                 break
             words.append(token.spelling)
         if not is_negated_by_token(words):
-            self.negate("arms", first, last)
+            self.negate(first, last)
 
-    def negate(self, _, first, last):
+    def negate(self, first, last):
         self.add("condition", first, last, b"!(" + self.text[first:last] + b")")
 
     def remove_call(self, cursor):

@@ -106,7 +106,7 @@ def run(*command):
 
 
 class Runner:
-    """Runs tests, at most as many at a time as it is told, and ends them at the first failure."""
+    """Runs tests, each in a process group of its own, which ends with its first failure."""
 
     def __init__(self, folder, libraries):
         self.folder = folder
@@ -116,7 +116,7 @@ class Runner:
         self.lock = threading.Lock()
 
     def run(self, test, executable, *arguments):
-        """What failed, or None; "" when it took too long, or when it was stopped."""
+        """What failed, or None when nothing did; "" when it took too long or was stopped."""
         temporary = self.folder / "tmp" / test.name
         temporary.mkdir(parents=True, exist_ok=True)
         environment = os.environ | test.environment | {
@@ -432,8 +432,9 @@ def check_base(build):
         thread.join()
     if failed:
         raise SystemExit("mutate: without a change, these fail:\n" + "\n".join(failed))
-    print(f"{len(build.tests)} tests pass without a change,"
-          f" in {sum(test.seconds for test in build.tests):.0f} seconds of each.", flush=True)
+    total = sum(test.seconds for test in build.tests)
+    print(f"{len(build.tests)} tests pass without a change, in {total:.0f} seconds taken together.",
+          flush=True)
 
 
 def judge_all(chosen, build, workers, log, results):
@@ -515,7 +516,7 @@ def report(chosen, results):
     share = 100 * killed / counted if counted else 100.0
     print(f"\nEquivalent, with a reason: {total[EQUIVALENT]}. Not compilable: {total[UNCOMPILABLE]}.")
     print(f"Killed: {killed} of {counted}, {share:.1f} %")
-    return share
+    return killed, share
 
 
 def arguments():
@@ -548,8 +549,8 @@ def choose(options, found):
 
 def main():
     options = arguments()
-    # What a mutant wastes is its own, and it leaves no core.
     signal.signal(signal.SIGTERM, signal.default_int_handler)
+    # A mutant may ask for all memory there is, and crashes often: it leaves no core.
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
     WORK.mkdir(parents=True, exist_ok=True)
@@ -590,9 +591,13 @@ def main():
         # From all files in turn, so that what is found first tells of all.
         random.Random(options.seed).shuffle(left)
         judge_all(left, build, options.workers, log, results)
-    share = report(chosen, results)
+    killed, share = report(chosen, results)
     if options.equivalents:
-        return 1 if share > 0 or stale else 0
+        if killed:
+            print("Listed as equivalent, and noticed:")
+            print("\n".join(describe(each) for each in chosen
+                            if results[each.key][0] in (KILLED, TIMED_OUT)))
+        return 1 if killed or stale else 0
     return 1 if share < options.minimum or stale else 0
 
 
