@@ -525,6 +525,7 @@ def arguments():
     parser.add_argument("--seed", default="1")
     parser.add_argument("--all", action="store_true")
     parser.add_argument("--file", action="append")
+    parser.add_argument("--kind", action="append")
     parser.add_argument("--match")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--resume", action="store_true")
@@ -538,6 +539,8 @@ def choose(options, found):
     if options.file:
         files = [path.removeprefix("./") for path in options.file]
         found = [mutant for mutant in found if mutant.path in files]
+    if options.kind:
+        found = [mutant for mutant in found if mutant.operator in options.kind]
     if options.match:
         found = [mutant for mutant in found if options.match in describe(mutant)]
     if not found:

@@ -375,8 +375,11 @@ void ControlWindowCueFileTest::test_whileSounding_startsOver()
     fixture.button("Test")->click();
     QVERIFY(fixture.waitForSound(200));
     const qint64 before = fixture.player->position();
+    const QSignalSpy positions(fixture.player, &QMediaPlayer::positionChanged);
     fixture.button("Test")->click();
     QVERIFY(fixture.player->position() < before);
+    QVERIFY(!positions.isEmpty());
+    QCOMPARE(positions.constFirst().constFirst().toLongLong(), 0);
     QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
     QCOMPARE(fixture.plays(), 1);
 }
