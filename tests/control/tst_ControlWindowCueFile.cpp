@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <QAudioOutput>
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -97,6 +99,7 @@ private slots:
     void check_savesAtOnce();
     void label_showsTheFileNameOnly_data();
     void label_showsTheFileNameOnly();
+    void label_showsMarkUpAsItIs();
     void row_holdsLabelBrowseAndTest();
     void player_isSetUpAtFullVolume();
     void player_takesThePathUnchecked_data();
@@ -113,6 +116,8 @@ private slots:
     void test_whileTheFileIsOpened_playsIt();
     void test_whileSounding_startsOver();
     void test_leavesTheZeroAlone();
+    void play_attachesTheOutputAnewOnTheOldestToolkit_data();
+    void play_attachesTheOutputAnewOnTheOldestToolkit();
     void brokenFile_isSilentAndDelaysNothing_data();
     void brokenFile_isSilentAndDelaysNothing();
     void brokenFile_isReplacedByAGoodOne();
@@ -192,6 +197,13 @@ void ControlWindowCueFileTest::label_showsTheFileNameOnly()
     QCOMPARE(fileLabel(fixture)->text(), text);
 }
 
+void ControlWindowCueFileTest::label_showsMarkUpAsItIs()
+{
+    const ControlFixture fixture(withCue("/music/<b>gong.wav"));
+    QCOMPARE(fileLabel(fixture)->text(), QStringLiteral("<b>gong.wav"));
+    QCOMPARE(fileLabel(fixture)->textFormat(), Qt::PlainText);
+}
+
 void ControlWindowCueFileTest::row_holdsLabelBrowseAndTest()
 {
     ControlFixture fixture;
@@ -205,8 +217,8 @@ void ControlWindowCueFileTest::row_holdsLabelBrowseAndTest()
     const QAbstractButton *test = fixture.button("Test");
     QVERIFY(browse);
     QVERIFY(test);
-    QCOMPARE(QPair(browse->minimumWidth(), browse->maximumWidth()), QPair(80, 80));
-    QCOMPARE(QPair(test->minimumWidth(), test->maximumWidth()), QPair(50, 50));
+    QCOMPARE(std::pair(browse->minimumWidth(), browse->maximumWidth()), std::pair(80, 80));
+    QCOMPARE(std::pair(test->minimumWidth(), test->maximumWidth()), std::pair(50, 50));
     QVERIFY(label->geometry().right() < browse->x());
     QVERIFY(browse->geometry().right() < test->x());
     QVERIFY(fixture.button("Enable sound cue")->geometry().bottom() < browse->y());
@@ -363,8 +375,11 @@ void ControlWindowCueFileTest::test_whileSounding_startsOver()
     fixture.button("Test")->click();
     QVERIFY(fixture.waitForSound(200));
     const qint64 before = fixture.player->position();
+    const QSignalSpy positions(fixture.player, &QMediaPlayer::positionChanged);
     fixture.button("Test")->click();
     QVERIFY(fixture.player->position() < before);
+    QVERIFY(!positions.isEmpty());
+    QCOMPARE(positions.constFirst().constFirst().toLongLong(), 0);
     QCOMPARE(fixture.player->playbackState(), QMediaPlayer::PlayingState);
     QCOMPARE(fixture.plays(), 1);
 }
@@ -381,6 +396,31 @@ void ControlWindowCueFileTest::test_leavesTheZeroAlone()
     fixture.button("Test")->click();
     fixture.window->onTimerTick(0); // nor re-armed
     QCOMPARE(fixture.plays(), 2);
+}
+
+void ControlWindowCueFileTest::play_attachesTheOutputAnewOnTheOldestToolkit_data()
+{
+    QTest::addColumn<bool>("test");
+    QTest::newRow("at zero") << false;
+    QTest::newRow("by Test") << true;
+}
+
+// Without it, a sound chosen minutes before is late there, as scripts/check-cue hears.
+void ControlWindowCueFileTest::play_attachesTheOutputAnewOnTheOldestToolkit()
+{
+    QFETCH(bool, test);
+    CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
+    QVERIFY(fixture.waitForFile());
+    const QAudioOutput *output = fixture.player->audioOutput();
+    QVERIFY(output);
+    const QSignalSpy changes(fixture.player, &QMediaPlayer::audioOutputChanged);
+    if (test)
+        fixture.button("Test")->click();
+    else
+        fixture.window->onTimerTick(0);
+    const bool isOldest = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
+    QCOMPARE(changes.size(), isOldest ? 2 : 0); // taken off, and attached
+    QCOMPARE(fixture.player->audioOutput(), output);
 }
 
 void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing_data()

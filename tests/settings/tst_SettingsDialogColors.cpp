@@ -341,6 +341,7 @@ void SettingsDialogColorsTest::imageLabel_namesTheFile()
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     QTEST(view.imageFileLabel()->text(), "text");
+    QCOMPARE(view.imageFileLabel()->textFormat(), Qt::PlainText); // mark-up is shown as it is
     execWith(dialog, [&] { view.okButton()->click(); });
     QCOMPARE(record.bgImagePath, path); // the whole path, whatever the label shows
 }

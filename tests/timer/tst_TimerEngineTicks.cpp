@@ -1,8 +1,10 @@
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
 #include "EngineRecorder.h"
 #include "TestMain.h"
+#include "Timeouts.h"
 #include "TimerEngine.h"
 
 /// What passes second by second, and that the seconds are real.
@@ -21,6 +23,7 @@ private slots:
     void setCountUp_offBelowZeroWithOvertimeOff_stopsAtTheNextTick();
     void addSeconds_inOvertime_movesWhatResetRestores();
     void start_ticksEveryRealSecond();
+    void second_isOfAThousandMilliseconds();
     void pause_silencesTheRealTimer();
 };
 
@@ -171,6 +174,16 @@ void TimerEngineTicksTest::start_ticksEveryRealSecond()
     };
     QTRY_VERIFY(isOver());
     QCOMPARE(seen, QStringList({"running", "800", "tick 299", "1400", "1800", "tick 298", "2400"}));
+}
+
+void TimerEngineTicksTest::second_isOfAThousandMilliseconds()
+{
+    TimerEngine engine;
+    QSignalSpy ticks(&engine, &TimerEngine::tick);
+    const Timeouts timeouts;
+    engine.start();
+    QVERIFY(ticks.wait());
+    QVERIFY(timeouts.seen.contains(Timeout{1000, Qt::CoarseTimer}));
 }
 
 void TimerEngineTicksTest::pause_silencesTheRealTimer()

@@ -53,6 +53,7 @@ private slots:
     void card_holdsItsItemsInOrder();
     void labels_sayTheirTexts_data();
     void labels_sayTheirTexts();
+    void credits_areNoMarkUp();
     void buttons_sayTheirTexts_data();
     void buttons_sayTheirTexts();
     void separators_areThinLines_data();
@@ -161,6 +162,8 @@ void AboutDialogTest::card_holdsItsItemsInOrder()
                           "QPushButton",
                           "16",
                           "QPushButton"}));
+    for (int i = 0; i < column->count(); ++i)
+        QCOMPARE(column->stretch(i), 0);
     QVERIFY(qobject_cast<QHBoxLayout *>(AboutCard(dialog).crossRow()));
 }
 
@@ -196,6 +199,15 @@ void AboutDialogTest::labels_sayTheirTexts()
     QTEST(label->styleSheet(), "styleSheet");
     QCOMPARE(label->alignment(), Qt::AlignCenter);
     QCOMPARE(item->alignment(), Qt::Alignment());
+}
+
+// The maker's name is not the program's own text.
+void AboutDialogTest::credits_areNoMarkUp()
+{
+    const AboutDialog dialog;
+    const auto *credits = qobject_cast<QLabel *>(AboutCard(dialog).item(10)->widget());
+    QVERIFY(credits);
+    QCOMPARE(credits->textFormat(), Qt::PlainText);
 }
 
 void AboutDialogTest::buttons_sayTheirTexts_data()

@@ -10,6 +10,7 @@
 #include "AboutCard.h"
 #include "Maker.h"
 #include "TestMain.h"
+#include "Timeouts.h"
 #include "UpdateStage.h"
 
 /// What the card's buttons do.
@@ -118,6 +119,7 @@ void AboutDialogActionsTest::updateButton_comesBackAfterFiveSeconds()
     const QByteArray failure = httpAnswer("", "500 Internal Server Error");
     stage.server.setAnswers({{}, {failure}, {failure}, {}});
 
+    const Timeouts timeouts;
     QElapsedTimer clock;
     clock.start();
     AboutCard(waiting).updateButton()->click();
@@ -131,6 +133,7 @@ void AboutDialogActionsTest::updateButton_comesBackAfterFiveSeconds()
     QVERIFY(!AboutCard(waiting).updateButton()->isEnabled());
     QVERIFY(!AboutCard(failing).updateButton()->isEnabled());
     QTRY_VERIFY_WITH_TIMEOUT(AboutCard(waiting).updateButton()->isEnabled(), 4000);
+    QVERIFY(timeouts.seen.contains(Timeout{5000, Qt::CoarseTimer}));
     QVERIFY(clock.elapsed() >= 4750); // a coarse timer is up to 5 % early
     QTRY_VERIFY(AboutCard(failing).updateButton()->isEnabled());
     QVERIFY(stage.boxes().isEmpty());
