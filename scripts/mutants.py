@@ -15,6 +15,13 @@ COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==
 ARITHMETIC = {"+": "-", "-": "+", "*": "/", "/": "*", "%": "/", "&": "|", "|": "&"}
 LOGICAL = {"&&": "||", "||": "&&"}
 
+FUNCTIONS = (
+    cindex.CursorKind.FUNCTION_DECL,
+    cindex.CursorKind.CXX_METHOD,
+    cindex.CursorKind.CONSTRUCTOR,
+    cindex.CursorKind.DESTRUCTOR,
+)
+
 # What may stand before a statement.
 STATEMENT_BEGINS = {";", "{", "}", ")", "else", "emit"}
 
@@ -33,9 +40,10 @@ class Mutant:
     operator: str
     before: str  # the line's code, or the call's
     after: str
-    # Whether only the sources need be compiled anew: what a constructor of the sources initialises
-    # is no matter of the tests that include the header.
-    sources_only: bool = False
+    function: str  # the name of the function around it, or ""
+    # Whether only the sources need be compiled anew: what is private, or initialised by a
+    # constructor of the sources, is no matter of the tests that include the header.
+    sources_only: bool
     number: int = 0  # among those of the same file and text
 
     @property
@@ -99,6 +107,11 @@ class Source:
             if declaration.location.file and declaration.location.file.name == name
             for cursor in declaration.walk_preorder()
         ]
+        self.functions = [
+            (cursor.extent.start.offset, cursor.extent.end.offset, cursor.spelling)
+            for cursor in self.cursors
+            if cursor.kind in FUNCTIONS and cursor.is_definition()
+        ]
         self.initialised = [
             (field.extent.start.offset, field.extent.end.offset)
             for cursor in self.cursors
@@ -106,6 +119,7 @@ class Source:
             and any(is_constructor_elsewhere(member) for member in cursor.get_children())
             for field in cursor.get_children()
             if field.kind == cindex.CursorKind.FIELD_DECL
+            or field.access_specifier == cindex.AccessSpecifier.PRIVATE
         ]
 
     def mutants(self):
@@ -133,9 +147,14 @@ class Source:
                 operator,
                 one_line(self.text[first:last]),
                 "removed" if whole_statement else one_line(after),
-                any(first <= offset < last for first, last in self.initialised),
+                self.function_at(offset),
+                any(begin <= offset < stop for begin, stop in self.initialised),
             ),
         )
+
+    def function_at(self, offset):
+        names = [name for begin, stop, name in self.functions if begin <= offset < stop]
+        return names[0] if names else ""
 
     def change_token(self, i, token):
         start, end = token.extent.start.offset, token.extent.end.offset

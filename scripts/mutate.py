@@ -383,14 +383,21 @@ def sample(found, count, seed):
 def read_equivalents():
     """The changes that no test can tell from the original, with their reasons."""
     entries = {}
-    path = None
+    place = None
     for line in EQUIVALENTS.read_text(encoding="utf-8").splitlines():
         if line.startswith("## "):
-            path = line[3:].strip()
+            path, _, function = line[3:].partition(", ")
+            place = path, function
         match = re.match(r"- `(.+?)` → (?:`(.+?)`|(removed)):", line)
         if match:
-            entries[path, match[1], match[2] or match[3]] = line
+            entries[(*place, match[1], match[2] or match[3])] = line
     return entries
+
+
+def equivalent_keys(mutant):
+    """What it may be listed as: in its function, or anywhere in its file."""
+    change = mutant.before, mutant.after
+    return {(mutant.path, mutant.function, *change), (mutant.path, "", *change)}
 
 
 def read_log():
@@ -561,13 +568,13 @@ def main():
     build_base()
     found = candidates()
     equivalents = read_equivalents()
-    known = {(mutant.path, mutant.before, mutant.after) for mutant in found}
+    known = set().union(*(equivalent_keys(mutant) for mutant in found))
     stale = [line for key, line in equivalents.items() if key not in known]
     for line in stale:
         print(f"{EQUIVALENTS.relative_to(PROJECT)} lists what is no change of src/ any more: {line}")
 
     def is_equivalent(mutant):
-        return (mutant.path, mutant.before, mutant.after) in equivalents
+        return not equivalents.keys().isdisjoint(equivalent_keys(mutant))
 
     if options.equivalents:
         found = [mutant for mutant in found if is_equivalent(mutant)]
