@@ -51,8 +51,12 @@ QList<QKeySequence> keysOf(const ControlWindow &window)
 QList<QKeySequence> keysOf(const AppSettings &settings)
 {
     QList<QKeySequence> keys;
-    for (QString AppSettings::*field : fields)
-        keys.append(QKeySequence(settings.*field, QKeySequence::NativeText));
+    for (QString AppSettings::*field : fields) {
+        const QKeySequence key(settings.*field, QKeySequence::NativeText);
+        // What has no first key has none, as a shortcut sees it: a text that begins with a null
+        // character may still have a second.
+        keys.append(key.isEmpty() ? QKeySequence() : key);
+    }
     return keys;
 }
 

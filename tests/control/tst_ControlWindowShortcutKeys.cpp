@@ -196,6 +196,7 @@ void ControlWindowShortcutKeysTest::unparsableText_isSilent_data()
     QTest::newRow("unknown modifier") << "Hocus+Space";
     QTest::newRow("blanks") << "   ";
     QTest::newRow("commas") << ",,,";
+    QTest::newRow("null character before a key") << QString(QLatin1String("\0,X", 3));
     QTest::newRow("long") << QString(10000, 'x');
 }
 
