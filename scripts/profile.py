@@ -1,10 +1,11 @@
 #!/usr/bin/python3
-"""Adds up two of callgrind's files by library, for scripts/profile.
+"""Adds up two files by library, for scripts/profile.
 
-    profile.py FLOOR VELMORA DIVISOR
+    profile.py instructions FLOOR VELMORA DIVISOR    of callgrind, in millions, over DIVISOR
+    profile.py memory FLOOR VELMORA                  of /proc/PID/smaps, resident, in MiB
 
-Prints millions of instructions, divided by DIVISOR, and the ratio of the two sums. Libraries
-with less than a hundredth of Velmora's sum in either are one row.
+Prints the sums of the libraries, of both, and the ratio. Libraries with less than a hundredth of
+Velmora's sum in either are one row.
 """
 
 import collections
@@ -36,16 +37,34 @@ def by_library(path):
     return spent
 
 
-def main():
-    divisor = int(sys.argv[3]) * 1e6
-    floor, velmora = (by_library(path) for path in sys.argv[1:3])
-    # Each program's own code is one row.
+def resident(path):
+    """Resident memory, in KiB: of each file that is mapped, and of the rest."""
+    memory = collections.Counter()
+    name = None
+    with open(path, encoding="utf-8", errors="replace") as file:
+        for line in file:
+            if match := re.match(r"[0-9a-f]+-[0-9a-f]+ \S+ \S+ \S+ \d+\s*(.*)$", line):
+                name = os.path.basename(match[1]) if match[1].startswith("/") else "anonymous"
+                if match[1] in ("[heap]", "[stack]"):
+                    name = match[1].strip("[]")
+            elif match := re.match(r"Rss:\s+(\d+) kB", line):
+                memory[name] += int(match[1])
+    return memory
+
+
+def print_row(name, floor, velmora, divisor):
+    print(f"{name:32}{floor / divisor:10.2f}{velmora / divisor:10.2f}"
+          f"{(velmora - floor) / divisor:10.2f}")
+
+
+def print_table(heading, floor, velmora, divisor):
+    # Each program's own file is one row.
     for spent, name in ((floor, "velmora_floor"), (velmora, "velmora")):
         spent["its own code"] = spent.pop(name, 0)
     whole = [sum(spent.values()) for spent in (floor, velmora)]
 
     rest = [0, 0]
-    print(f"{'millions of instructions':32}{'floor':>10}{'Velmora':>10}{'more':>10}")
+    print(f"{heading:32}{'floor':>10}{'Velmora':>10}{'more':>10}")
     for name in sorted(set(floor) | set(velmora), key=lambda name: floor[name] - velmora[name]):
         pair = floor[name], velmora[name]
         if max(pair) < whole[1] / 100 and name != "its own code":
@@ -57,9 +76,13 @@ def main():
     print(f"ratio {whole[1] / whole[0]:.2f}")
 
 
-def print_row(name, floor, velmora, divisor):
-    print(f"{name:32}{floor / divisor:10.2f}{velmora / divisor:10.2f}"
-          f"{(velmora - floor) / divisor:10.2f}")
+def main():
+    what, floor, velmora = sys.argv[1:4]
+    if what == "memory":
+        print_table("MiB", resident(floor), resident(velmora), 1024)
+    else:
+        print_table("millions of instructions", by_library(floor), by_library(velmora),
+                    int(sys.argv[4]) * 1e6)
 
 
 if __name__ == "__main__":
