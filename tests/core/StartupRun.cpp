@@ -9,6 +9,8 @@
 #include <QThread>
 #include <QTimer>
 
+#include "Store.h"
+
 // The program's entry routine, compiled under this name for the tests.
 int velmoraMain(int argc, char *argv[]);
 
@@ -81,13 +83,7 @@ OutputWindow *outputWindow()
 
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)
 {
-    const QTemporaryDir home;
-    if (!home.isValid())
-        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
-    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
-
+    const PrivateStore store;
     const std::unique_ptr<QObject> test(makeTest());
     return QTest::qExec(test.get(), argc, argv);
 }

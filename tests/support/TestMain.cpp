@@ -7,9 +7,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include "Store.h"
 
 namespace {
 
@@ -66,15 +66,9 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
 int runTest(int argc, char *argv[], const TestPlatform &platform,
             const std::function<QObject *()> &makeTest)
 {
-    QTemporaryDir home;
-    if (!home.isValid())
-        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
-    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
-
+    const PrivateStore store;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        usePlatform(platform, home.filePath("screens.json"));
+        usePlatform(platform, store.folder() + "/screens.json");
 
     QApplication application(argc, argv);
     const std::unique_ptr<QObject> test(makeTest());
