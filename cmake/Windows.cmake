@@ -45,21 +45,17 @@ endif()
 
 # Elsewhere, what the program loads is named here, and what that needs is found by its headers.
 set(plugins
-    QWindowsIntegrationPlugin   # windows, keys, screens
-    QModernWindowsStylePlugin   # the look of the system's controls
-    QJpegPlugin                 # background pictures; png and bmp are built in
-    QSchannelBackendPlugin      # the update check's TLS, by Windows itself
-    QWindowsMediaPlugin)        # the audio cue, by Windows' Media Foundation
-set(libraries "")
+    platforms/qwindows                # windows, keys, screens
+    styles/qmodernwindowsstyle        # the look of the system's controls
+    imageformats/qjpeg                # background pictures; png and bmp are built in
+    tls/qschannelbackend              # the update check's TLS, by Windows itself
+    multimedia/windowsmediaplugin)    # the audio cue, by Windows' Media Foundation
 foreach(plugin IN LISTS plugins)
-    get_target_property(path Qt6::${plugin} LOCATION)
-    get_filename_component(folder "${path}" DIRECTORY)
-    get_filename_component(folder "${folder}" NAME)
+    set(path "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/${plugin}.dll")
+    get_filename_component(folder "${plugin}" DIRECTORY)
     install(FILES "${path}" DESTINATION "${folder}")
-    list(APPEND libraries "${path}")
 endforeach()
-get_target_property(path Qt6::Core LOCATION)
-get_filename_component(folders "${path}" DIRECTORY)
+set(folders "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS}")
 foreach(library IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${library}"
         OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -67,12 +63,14 @@ foreach(library IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     list(APPEND folders "${path}")
 endforeach()
 list(REMOVE_DUPLICATES folders)
+list(TRANSFORM folders REPLACE "(.+)" "\"\\1\"" OUTPUT_VARIABLE folders_quoted)
+list(JOIN folders_quoted " " folders_quoted)
 
 configure_file(packaging/windows/Libraries.cmake.in packaging/Libraries.cmake @ONLY)
 install(SCRIPT "${PROJECT_BINARY_DIR}/packaging/Libraries.cmake")
 
 unset(folder)
 unset(folders)
-unset(libraries)
+unset(folders_quoted)
 unset(path)
 unset(plugins)
