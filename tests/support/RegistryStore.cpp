@@ -102,9 +102,9 @@ QDateTime storeChanged()
                                             nullptr, nullptr, nullptr, nullptr, nullptr, &time);
     RegCloseKey(key);
     verify(status, "No time of the test's settings");
-    // In units of 100 ns since 1601.
+    // In units of 100 ns since 1601, which is so many milliseconds before the epoch.
     const qint64 ticks = (qint64(time.dwHighDateTime) << 32) + time.dwLowDateTime;
-    return QDateTime(QDate(1601, 1, 1), QTime(0, 0), Qt::UTC).addMSecs(ticks / 10000);
+    return QDateTime::fromMSecsSinceEpoch(ticks / 10000 - 11644473600000);
 }
 
 QByteArray storeBytes()
