@@ -4,7 +4,6 @@
 #include <vector>
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
@@ -17,6 +16,7 @@ int velmoraMain(int argc, char *argv[]);
 namespace {
 
 const StartupRun *presentRun = nullptr;
+QString folder; // goes with the test's store
 
 void hookIntoProgram()
 {
@@ -53,8 +53,7 @@ Q_COREAPP_STARTUP_FUNCTION(hookIntoProgram)
 
 int runProgram(const StartupRun &run)
 {
-    const QTemporaryDir dir;
-    usePlatform(run.platform, dir.filePath("screens.json"));
+    usePlatform(run.platform, folder + "/screens.json");
 
     QList<QByteArray> texts{"velmora"};
     for (const QString &argument : run.arguments)
@@ -84,6 +83,7 @@ OutputWindow *outputWindow()
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)
 {
     const PrivateStore store;
+    folder = store.folder();
     const std::unique_ptr<QObject> test(makeTest());
     return QTest::qExec(test.get(), argc, argv);
 }

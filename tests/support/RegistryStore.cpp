@@ -51,7 +51,9 @@ QSettings registry()
 
 struct PrivateStore::Place
 {
-    QTemporaryDir folder;
+    // In the current folder, as its path must do without a drive: what the offscreen platform is
+    // told ends at a colon.
+    QTemporaryDir folder{QStringLiteral("test-XXXXXX")};
     QString name = QString::number(QCoreApplication::applicationPid());
 };
 
