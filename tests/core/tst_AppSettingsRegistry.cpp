@@ -21,7 +21,7 @@ private slots:
     void save_writesTextsAndFlagsAsTexts();
     void save_writesNumbersAsNumbers();
     void save_writesPresetsAsNumberedKeys();
-    void load_leavesNoKeyBehind();
+    void load_storesNothing();
     void number_storedAsAText_isRead();
     void number_ofAllBits_isReadAsNegative();
     void flag_storedAsANumber_isRead_data();
@@ -100,11 +100,16 @@ QString text(const QString &path, const QString &name)
 QVariant number(const QString &path, const QString &name)
 {
     const Value found = value(path, name);
-    if (found.kind != REG_DWORD || found.bytes.size() != sizeof(DWORD))
+    qint64 wide = 0; // the toolkit's own number, that of an array's elements
+    qint32 narrow = 0;
+    if (found.kind == REG_QWORD && found.bytes.size() == sizeof wide) {
+        memcpy(&wide, found.bytes.constData(), sizeof wide);
+        return int(wide);
+    }
+    if (found.kind != REG_DWORD || found.bytes.size() != sizeof narrow)
         return QStringLiteral("of kind %1").arg(found.kind);
-    DWORD number = 0;
-    memcpy(&number, found.bytes.constData(), sizeof number);
-    return int(number);
+    memcpy(&narrow, found.bytes.constData(), sizeof narrow);
+    return int(narrow);
 }
 
 QByteArray bytesOf(DWORD number)
@@ -187,12 +192,21 @@ void AppSettingsRegistryTest::save_writesPresetsAsNumberedKeys()
     QCOMPARE(number(presets + "\\3", "val"), QVariant(45));
 }
 
-void AppSettingsRegistryTest::load_leavesNoKeyBehind()
+void AppSettingsRegistryTest::load_storesNothing()
 {
     QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    DWORD keys = 0;
+    DWORD values = 0;
+    // The toolkit makes the key for whoever could write to it.
     HKEY key = nullptr;
-    QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Velmora", 0, KEY_READ, &key),
-             LSTATUS(ERROR_FILE_NOT_FOUND));
+    QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, wide(storeKey), 0, KEY_READ, &key),
+             LSTATUS(ERROR_SUCCESS));
+    QCOMPARE(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                              nullptr, nullptr, nullptr, nullptr),
+             LSTATUS(ERROR_SUCCESS));
+    RegCloseKey(key);
+    QCOMPARE(keys, DWORD(0));
+    QCOMPARE(values, DWORD(0));
 }
 
 void AppSettingsRegistryTest::number_storedAsAText_isRead()

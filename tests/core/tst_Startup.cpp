@@ -319,12 +319,13 @@ void StartupTest::startAndStop_leaveTheStoresBytes()
     const QByteArray bytes = "[General]\nwarningThreshold=-5\nbgColor=red\nlater=1\n"
                              "defaultDuration=77\n";
     writeStoreBytes(bytes);
+    const QByteArray stored = storeBytes();
     const int result =
         runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
                         controlWindow()->close();
                     }});
     QCOMPARE(result, 0);
-    QCOMPARE(storeBytes(), bytes);
+    QCOMPARE(storeBytes(), stored);
 }
 
 void StartupTest::windows_goInReverseOrderAndTheUpdaterLast()

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -58,7 +59,9 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
     if (!list.open(QIODevice::WriteOnly) || list.write(screenList(platform)) < 0)
         qFatal("No screen list for the offscreen platform");
     list.close();
-    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(listPath.toUtf8()));
+    // The platform takes a colon, as after a drive, for the end of what it is told.
+    const QString path = listPath.contains(':') ? QDir().relativeFilePath(listPath) : listPath;
+    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
     // Not the list's own ratio, which only some versions of the platform heed.
     qputenv("QT_SCALE_FACTOR", QByteArray::number(platform.devicePixelRatio));
 }
