@@ -7,11 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#ifdef Q_OS_WIN
-#include <qt_windows.h>
-#endif
-
 #include "ControlFixture.h"
+#include "Wine.h"
 
 /// A directory of the test's own with sounds in it.
 class CueFiles
@@ -66,19 +63,10 @@ private:
 #endif
 };
 
-/// Whether nothing can be played here: in Wine, whose Media Foundation opens a file only with a
-/// sound device, and plays it silently and once.
-inline bool isWithoutPlayer()
-{
-#ifdef Q_OS_WIN
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-#else
-    return false;
-#endif
-}
-
+/// In Wine, Media Foundation opens a file only with a sound device, and plays it silently and
+/// once.
 #define SKIP_WITHOUT_PLAYER()                                                                      \
-    if (isWithoutPlayer())                                                                         \
+    if (isWine())                                                                                  \
     QSKIP("Wine's Media Foundation does not play it")
 
 /// A record with a cue that is switched on.
