@@ -1,4 +1,4 @@
-# `cpack`: the Debian package.
+# `cpack`: the Debian package, or the zip for Windows.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmora)
 set(CPACK_PACKAGE_VENDOR "${VELMORA_CREDIT_LINE_2}")
@@ -37,6 +37,14 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "fonts-symbola"
     "pipewire-pulse | pulseaudio"
     "qt6-wayland")
+
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    string(TOLOWER "${CMAKE_SYSTEM_PROCESSOR}" processor)
+    set(CPACK_PACKAGE_FILE_NAME "velmora-${PROJECT_VERSION}-windows-${processor}")
+    unset(processor)
+    set(CPACK_STRIP_FILES OFF) # done already where it is possible
+endif()
 
 if(UNIX AND NOT APPLE)
     # The documents that every Debian package carries, where they are expected.

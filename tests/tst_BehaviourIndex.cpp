@@ -47,7 +47,8 @@ QSet<QString> existingTests(const QStringList &executables)
         }
         // "Class function" or "Class function row". A row's name may go on over lines of its
         // own, which no class begins.
-        const QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).split('\n');
+        const QStringList lines =
+            QString::fromUtf8(process.readAllStandardOutput()).remove('\r').split('\n');
         const QString className = lines.constFirst().section(' ', 0, 0);
         for (const QString &line : lines) {
             if (line.section(' ', 0, 0) != className)

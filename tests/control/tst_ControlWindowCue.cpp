@@ -62,6 +62,7 @@ void ControlWindowCueTest::tickOfOtherThanZero_playsNothing_data()
 
 void ControlWindowCueTest::tickOfOtherThanZero_playsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(int, seconds);
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
@@ -74,6 +75,7 @@ void ControlWindowCueTest::tickOfOtherThanZero_playsNothing()
 
 void ControlWindowCueTest::countDown_playsOnceAtZero()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.engine.setDuration(5);
@@ -87,6 +89,7 @@ void ControlWindowCueTest::countDown_playsOnceAtZero()
 
 void ControlWindowCueTest::zero_playsBeforeTheFigureIsRedrawn()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.window->onTimerTick(7);
@@ -115,6 +118,7 @@ void ControlWindowCueTest::zero_playsWhateverTheDirectionAndRunning_data()
 
 void ControlWindowCueTest::zero_playsWhateverTheDirectionAndRunning()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(bool, countUp);
     QFETCH(bool, running);
     CueFixture fixture(settings);
@@ -129,6 +133,7 @@ void ControlWindowCueTest::zero_playsWhateverTheDirectionAndRunning()
 
 void ControlWindowCueTest::zero_again_playsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.window->onTimerTick(0);
@@ -162,6 +167,7 @@ void ControlWindowCueTest::zero_again_playsOnceRearmed_data()
 
 void ControlWindowCueTest::zero_again_playsOnceRearmed()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(Act, act);
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
@@ -218,6 +224,7 @@ void ControlWindowCueTest::zero_again_playsNothingUnlessRearmed_data()
 
 void ControlWindowCueTest::zero_again_playsNothingUnlessRearmed()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(Act, act);
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
@@ -239,6 +246,7 @@ void ControlWindowCueTest::zero_again_playsNothingUnlessRearmed()
 
 void ControlWindowCueTest::zero_whileStillSounding_restartsFromTheBeginning()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.button("Test")->click();
@@ -255,6 +263,7 @@ void ControlWindowCueTest::zero_whileStillSounding_restartsFromTheBeginning()
 
 void ControlWindowCueTest::pausedAtZero_playsAtTheNextZero()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.engine.setDuration(1);
@@ -272,6 +281,7 @@ void ControlWindowCueTest::pausedAtZero_playsAtTheNextZero()
 
 void ControlWindowCueTest::setToZero_playsEveryTime()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.enterTime(0, 0);
@@ -285,6 +295,7 @@ void ControlWindowCueTest::setToZero_playsEveryTime()
 
 void ControlWindowCueTest::presetOfZero_playsEveryTime()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(settings);
     QVERIFY(fixture.waitForFile());
     fixture.window->onPreset(0);
@@ -297,6 +308,7 @@ void ControlWindowCueTest::presetOfZero_playsEveryTime()
 // The stop at zero re-arms the cue at once; whatever is redrawn later is no tick.
 void ControlWindowCueTest::overtimeOff_isHeardOnceAZero()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings withoutOvertime = settings;
     withoutOvertime.overtimeEnabled = false;
     CueFixture fixture(withoutOvertime);
@@ -316,6 +328,7 @@ void ControlWindowCueTest::overtimeOff_isHeardOnceAZero()
 
 void ControlWindowCueTest::overtimeOff_isHeardAtEveryZero()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings withoutOvertime = settings;
     withoutOvertime.overtimeEnabled = false;
     CueFixture fixture(withoutOvertime);
@@ -333,6 +346,7 @@ void ControlWindowCueTest::overtimeOff_isHeardAtEveryZero()
 
 void ControlWindowCueTest::settingsChangedAtZero_playsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings atZero = settings;
     atZero.defaultDuration = 0;
     CueFixture fixture(atZero);
@@ -343,6 +357,7 @@ void ControlWindowCueTest::settingsChangedAtZero_playsNothing()
 
 void ControlWindowCueTest::startAtZero_playsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings atZero = settings;
     atZero.defaultDuration = 0;
     CueFixture fixture(atZero);
@@ -359,6 +374,7 @@ void ControlWindowCueTest::startAtZero_playsNothing()
 
 void ControlWindowCueTest::disabled_playsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings silent = settings;
     silent.soundEnabled = false;
     CueFixture fixture(silent);
@@ -372,6 +388,7 @@ void ControlWindowCueTest::disabled_playsNothing()
 
 void ControlWindowCueTest::disabled_doesNotUseUpTheZero()
 {
+    SKIP_WITHOUT_PLAYER();
     AppSettings silent = settings;
     silent.soundEnabled = false;
     CueFixture fixture(silent);
@@ -395,6 +412,7 @@ void ControlWindowCueTest::withoutFile_playsNothing()
 
 void ControlWindowCueTest::withoutFile_doesNotUseUpTheZero()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(withCue(QString()));
     fixture.engine.start();
     fixture.window->onTimerTick(0);

@@ -286,6 +286,7 @@ void ControlWindowCueFileTest::browse_accepted_takesTheFile_data()
 
 void ControlWindowCueFileTest::browse_accepted_takesTheFile()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(bool, enabled);
     const QString path = files.sound("big gong.wav", 10);
     AppSettings settings = withCue("/music/old.wav");
@@ -309,6 +310,7 @@ void ControlWindowCueFileTest::browse_accepted_takesTheFile()
 
 void ControlWindowCueFileTest::browse_accepted_isHeardAtTheNextZero()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(withCue(QString()));
     const DialogScript script(files.sound("new.wav", 3000), DialogScript::End::Accept);
     fixture.window->browseSoundFile();
@@ -347,6 +349,7 @@ void ControlWindowCueFileTest::test_plays_data()
 
 void ControlWindowCueFileTest::test_plays()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(bool, enabled);
     AppSettings settings = withCue(files.sound("gong.wav", 3000));
     settings.soundEnabled = enabled;
@@ -360,6 +363,7 @@ void ControlWindowCueFileTest::test_plays()
 // Pressed so early, the oldest toolkit's player once blocked the program every few times.
 void ControlWindowCueFileTest::test_whileTheFileIsOpened_playsIt()
 {
+    SKIP_WITHOUT_PLAYER();
     for (int i = 0; i < 10; ++i) {
         const CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
         fixture.button("Test")->click();
@@ -370,6 +374,7 @@ void ControlWindowCueFileTest::test_whileTheFileIsOpened_playsIt()
 
 void ControlWindowCueFileTest::test_whileSounding_startsOver()
 {
+    SKIP_WITHOUT_PLAYER();
     const CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
     QVERIFY(fixture.waitForFile());
     fixture.button("Test")->click();
@@ -386,6 +391,7 @@ void ControlWindowCueFileTest::test_whileSounding_startsOver()
 
 void ControlWindowCueFileTest::test_leavesTheZeroAlone()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
     QVERIFY(fixture.waitForFile());
     fixture.button("Test")->click();
@@ -435,6 +441,7 @@ void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing_data()
 
 void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     QFETCH(QString, path);
     CueFixture fixture(withCue(path));
     QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
@@ -458,6 +465,7 @@ void ControlWindowCueFileTest::brokenFile_isSilentAndDelaysNothing()
 
 void ControlWindowCueFileTest::brokenFile_isReplacedByAGoodOne()
 {
+    SKIP_WITHOUT_PLAYER();
     CueFixture fixture(withCue(files.file("text.wav", "This is no sound.\n")));
     QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
     fixture.window->onTimerTick(0);
@@ -472,6 +480,7 @@ void ControlWindowCueFileTest::brokenFile_isReplacedByAGoodOne()
 
 void ControlWindowCueFileTest::fileGoneSinceItWasOpened_harmsNothing()
 {
+    SKIP_WITHOUT_PLAYER();
     const QString path = files.sound("going.wav", 3000);
     CueFixture fixture(withCue(path));
     QVERIFY(fixture.waitForFile());

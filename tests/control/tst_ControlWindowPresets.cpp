@@ -72,7 +72,6 @@ private slots:
 
 void ControlWindowPresetsTest::init()
 {
-    QDir().rmdir(storeFilePath());
     removeStore();
 }
 
@@ -289,10 +288,9 @@ void ControlWindowPresetsTest::add_doesNotLoad()
     QVERIFY(strip(fixture)->selectedItems().isEmpty());
 }
 
-// A directory in the file's place cannot be written, whoever runs the test.
 void ControlWindowPresetsTest::add_withoutWritableStore_keepsThePresetForTheRun()
 {
-    QVERIFY(QDir().mkpath(storeFilePath()));
+    blockStore();
     ControlFixture fixture;
     fixture.enterTime(7, 30);
     fixture.button("Add to Preset")->click();

@@ -4,10 +4,11 @@
 #include <vector>
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
+
+#include "Store.h"
 
 // The program's entry routine, compiled under this name for the tests.
 int velmoraMain(int argc, char *argv[]);
@@ -15,6 +16,7 @@ int velmoraMain(int argc, char *argv[]);
 namespace {
 
 const StartupRun *presentRun = nullptr;
+QString folder; // goes with the test's store
 
 void hookIntoProgram()
 {
@@ -51,8 +53,7 @@ Q_COREAPP_STARTUP_FUNCTION(hookIntoProgram)
 
 int runProgram(const StartupRun &run)
 {
-    const QTemporaryDir dir;
-    usePlatform(run.platform, dir.filePath("screens.json"));
+    usePlatform(run.platform, folder + "/screens.json");
 
     QList<QByteArray> texts{"velmora"};
     for (const QString &argument : run.arguments)
@@ -81,13 +82,8 @@ OutputWindow *outputWindow()
 
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)
 {
-    const QTemporaryDir home;
-    if (!home.isValid())
-        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
-    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
-
+    const PrivateStore store;
+    folder = store.folder();
     const std::unique_ptr<QObject> test(makeTest());
     return QTest::qExec(test.get(), argc, argv);
 }

@@ -161,14 +161,13 @@ void AppSettingsSaveTest::save_keepsKeysOfOthers()
 
 void AppSettingsSaveTest::save_usesTheScopeOfItsOwn()
 {
-    const QString path = storeFilePath();
-    QVERIFY(!QFileInfo::exists(path));
+    QVERIFY(!storeExists());
     QCoreApplication::setOrganizationName("Somebody");
     QCoreApplication::setApplicationName("Something");
     saveSettings(AppSettings());
     QCoreApplication::setOrganizationName({});
     QCoreApplication::setApplicationName({});
-    QVERIFY(QFileInfo::exists(path));
+    QVERIFY(storeExists());
 }
 
 void AppSettingsSaveTest::save_doesNotClamp()

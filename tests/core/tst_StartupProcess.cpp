@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "TestMain.h"
+#include "Wine.h"
 
 // The built executable itself, from outside.
 class StartupProcessTest : public QObject
@@ -21,8 +22,9 @@ namespace {
 bool isToolkitsOwn(const QString &line)
 {
     static const QRegularExpression known(
-        "^(PulseAudioService: .*|qt\\.multimedia\\..*|ALSA lib .*|\\[ALSOFT\\].*"
-        "|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|.*XDG_RUNTIME_DIR not set.*|Failed to create "
+        "^(PulseAudioService: .*|qt\\.(multimedia|qpa)\\..*|ALSA lib .*|\\[ALSOFT\\].*"
+        "|EnableNonClientDpiScaling\\(\\).*|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|.*XDG_RUNTIME_DIR not "
+        "set.*|Failed to create "
         ".*dbus.*|libva.*)$");
     return known.match(line).hasMatch();
 }
@@ -31,13 +33,20 @@ bool isToolkitsOwn(const QString &line)
 
 void StartupProcessTest::program_writesNothingToItsStreams()
 {
+    if (isWine())
+        QSKIP("In Wine, what asks a program to end does not always reach its windows");
     const QTemporaryDir home;
     QVERIFY(home.isValid());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name :
          {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
         environment.insert(name, home.path());
+#ifdef Q_OS_WIN
+    // To be asked to end there, a program needs windows that the system knows.
+    environment.insert("QT_QPA_PLATFORM", "windows");
+#else
     environment.insert("QT_QPA_PLATFORM", "offscreen");
+#endif
     environment.insert("LC_ALL", "C.UTF-8"); // the toolkit remarks on any other encoding
     QProcess program;
     program.setProcessEnvironment(environment);
@@ -46,8 +55,8 @@ void StartupProcessTest::program_writesNothingToItsStreams()
     // Long enough for the windows and a few of their timers, too short for the update check:
     // no test asks anybody's server.
     QVERIFY(!program.waitForFinished(1500));
-    program.terminate();
-    QVERIFY(program.waitForFinished());
+    // Again, if there were no windows yet that could be asked.
+    QTRY_VERIFY_WITH_TIMEOUT((program.terminate(), program.waitForFinished(500)), 30000);
 
     QCOMPARE(program.readAllStandardOutput(), QByteArray());
     const QStringList lines = QString::fromUtf8(program.readAllStandardError()).split('\n');

@@ -80,7 +80,7 @@ QString storedForm(const QString &told)
 /// What stands in the store now: the values by their keys, an array's in one text.
 QMap<QString, QString> storedValues()
 {
-    QSettings store(storeFilePath(), QSettings::IniFormat);
+    QSettings store(storeFilePath(), QSettings::NativeFormat);
     QMap<QString, QString> values;
     for (const QString &key : store.childKeys())
         values.insert(key, store.value(key).toString());

@@ -171,7 +171,7 @@ void SettingsDialogTest::opening_writesNothing()
     SettingsDialog dialog(&record, nullptr);
     dialog.show();
     QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
-    QVERIFY(!QFile::exists(storeFilePath()));
+    QVERIFY(!storeExists());
 }
 
 void SettingsDialogTest::ok_withoutChange_savesAndReportsOnce()
@@ -182,7 +182,7 @@ void SettingsDialogTest::ok_withoutChange_savesAndReportsOnce()
     const int result = execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
     QCOMPARE(result, int(QDialog::Accepted));
     QCOMPARE(changes.size(), 1);
-    QVERIFY(QFile::exists(storeFilePath()));
+    QVERIFY(storeExists());
     QCOMPARE(storedLines(), fieldLines(AppSettings()));
 }
 
@@ -263,7 +263,7 @@ void SettingsDialogTest::ok_leavesSoundToTheRecord()
 
 void SettingsDialogTest::ok_withUnwritableStore_stillTakesEffect()
 {
-    QVERIFY(QDir().mkpath(storeFilePath())); // a folder in the place of the file
+    blockStore();
     AppSettings record;
     SettingsDialog dialog(&record, nullptr);
     const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
@@ -272,7 +272,7 @@ void SettingsDialogTest::ok_withUnwritableStore_stillTakesEffect()
         view.checkBox(QStringLiteral("Blink effect at zero"))->click();
         view.okButton()->click();
     });
-    QVERIFY(QDir().rmdir(storeFilePath()));
+    removeStore();
     QCOMPARE(result, int(QDialog::Accepted));
     QCOMPARE(changes.size(), 1);
     QVERIFY(!record.blinkEnabled);

@@ -487,7 +487,7 @@ void SettingsDialogColorsTest::imageEdits_thenCancel_leaveTheRecord()
         view.cancelButton()->click();
     });
     QCOMPARE(fieldLines(record), before);
-    QVERIFY(!QFile::exists(storeFilePath()));
+    QVERIFY(!storeExists());
 }
 
 VELMORA_TEST_MAIN(SettingsDialogColorsTest)

@@ -129,7 +129,7 @@ void SettingsDialogDraggingTest::thenCancel_keepsTheOrder()
         view.cancelButton()->click();
     });
     QCOMPARE(record.presets, QList<int>({300, 600, 900, 1800}));
-    QVERIFY(!QFile::exists(storeFilePath()));
+    QVERIFY(!storeExists());
 }
 
 int main(int argc, char *argv[])

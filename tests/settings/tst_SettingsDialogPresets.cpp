@@ -283,7 +283,7 @@ void SettingsDialogPresetsTest::cancel_keepsTheList()
         view.cancelButton()->click();
     });
     QCOMPARE(record.presets, QList<int>({300, 600, 900, 1800}));
-    QVERIFY(!QFile::exists(storeFilePath()));
+    QVERIFY(!storeExists());
 }
 
 void SettingsDialogPresetsTest::reordering_keepsTheSecondsWithTheirLabels()

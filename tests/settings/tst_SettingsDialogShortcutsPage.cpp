@@ -311,7 +311,7 @@ void SettingsDialogShortcutsPageTest::resetAll_thenCancel_keepsTheRecord()
         view.cancelButton()->click();
     });
     QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
-    QVERIFY(!QFile::exists(storeFilePath()));
+    QVERIFY(!storeExists());
 }
 
 void SettingsDialogShortcutsPageTest::equalSequences_areAllStored()

@@ -3,13 +3,14 @@
 #include <memory>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include "Store.h"
 
 namespace {
 
@@ -58,7 +59,9 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
     if (!list.open(QIODevice::WriteOnly) || list.write(screenList(platform)) < 0)
         qFatal("No screen list for the offscreen platform");
     list.close();
-    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(listPath.toUtf8()));
+    // The platform takes a colon, as after a drive, for the end of what it is told.
+    const QString path = listPath.contains(':') ? QDir().relativeFilePath(listPath) : listPath;
+    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
     // Not the list's own ratio, which only some versions of the platform heed.
     qputenv("QT_SCALE_FACTOR", QByteArray::number(platform.devicePixelRatio));
 }
@@ -66,15 +69,9 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
 int runTest(int argc, char *argv[], const TestPlatform &platform,
             const std::function<QObject *()> &makeTest)
 {
-    QTemporaryDir home;
-    if (!home.isValid())
-        qFatal("No directory for the test's settings: %s", qPrintable(home.errorString()));
-    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    qputenv("XDG_CACHE_HOME", home.filePath("cache").toUtf8());
-
+    const PrivateStore store;
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        usePlatform(platform, home.filePath("screens.json"));
+        usePlatform(platform, store.folder() + "/screens.json");
 
     QApplication application(argc, argv);
     const std::unique_ptr<QObject> test(makeTest());
