@@ -406,6 +406,7 @@ void ControlWindowCueFileTest::test_leavesTheZeroAlone()
 
 void ControlWindowCueFileTest::play_attachesTheOutputAnewOnTheOldestToolkit_data()
 {
+    SKIP_WITHOUT_PLAYER();
     QTest::addColumn<bool>("test");
     QTest::newRow("at zero") << false;
     QTest::newRow("by Test") << true;
