@@ -24,6 +24,18 @@ set_property(SOURCE "${PROJECT_BINARY_DIR}/packaging/velmora.rc"
 
 # The program's own folder: its libraries beside it, the toolkit's plug-ins below it.
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
+# What the toolkit and the compiler's libraries ask for; scripts/windows collects it.
+set(VELMORA_LICENSES "" CACHE PATH "Folder of the licences of all else that goes into the package")
+if(VELMORA_LICENSES)
+    install(DIRECTORY "${VELMORA_LICENSES}/" DESTINATION .)
+else()
+    install(CODE "message(WARNING \"The licences of the libraries are not in this folder: \"
+        \"nobody may pass it on. VELMORA_LICENSES names them; see docs/windows.md.\")")
+endif()
+if(MSVC)
+    set(CMAKE_INSTALL_SYSTEM_RUNTIME_DESTINATION .)
+    include(InstallRequiredSystemLibraries) # Visual Studio's own
+endif()
 if(NOT CMAKE_CROSSCOMPILING)
     # The toolkit's own tool, which comes with the toolkit for Windows and runs only there.
     if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
@@ -35,12 +47,6 @@ if(NOT CMAKE_CROSSCOMPILING)
             "the toolkit's libraries are not installed.")
     endif()
     return()
-endif()
-
-# The licences of what comes with it; scripts/windows collects them.
-set(VELMORA_LICENSES "" CACHE PATH "Folder of the licences that go into the package")
-if(VELMORA_LICENSES)
-    install(DIRECTORY "${VELMORA_LICENSES}/" DESTINATION licenses)
 endif()
 
 # Elsewhere, what the program loads is named here, and what that needs is found by its headers.

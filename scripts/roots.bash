@@ -49,7 +49,7 @@ in_root() {
 write_command_in_root() {
     cat >"$3" <<SCRIPT
 #!/bin/bash
-export root=$1
+export root=$(printf %q "$1")
 exec unshare --mount --net bash -c '$mount_system
     mount --bind /tmp "\$root/tmp"
     export HOME=/root PATH=$root_path

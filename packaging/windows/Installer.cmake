@@ -11,6 +11,7 @@ foreach(name IN ITEMS STAGE SCRIPT OUTPUT)
     get_filename_component(${name} "${${name}}" ABSOLUTE)
 endforeach()
 find_program(makensis makensis REQUIRED)
+file(TO_NATIVE_PATH "${STAGE}" native_stage) # where it runs on Windows, it divides only such paths
 
 # The uninstaller is told each file and, the inner ones first, each folder.
 file(GLOB_RECURSE paths LIST_DIRECTORIES true RELATIVE "${STAGE}" "${STAGE}/*")
@@ -33,6 +34,6 @@ file(WRITE "${folder}/files.nsh"
     "!macro RemoveFiles\n${files}!macroend\n!macro RemoveFolders\n${folders}!macroend\n")
 
 execute_process(
-    COMMAND "${makensis}" -V2 -WX "-DSTAGE=${STAGE}" "-DFILES=${folder}/files.nsh"
+    COMMAND "${makensis}" -V2 -WX "-DSTAGE=${native_stage}" "-DFILES=${folder}/files.nsh"
         "-DOUTPUT=${OUTPUT}" "${SCRIPT}"
     COMMAND_ERROR_IS_FATAL ANY)
