@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QFileInfo>
+#include <QImage>
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
@@ -42,6 +44,17 @@ QString clockText(const AppSettings &settings)
         format =
             settings.clockShowSeconds ? QStringLiteral("hh:mm:ss AP") : QStringLiteral("hh:mm AP");
     return QTime::currentTime().toString(format);
+}
+
+// Not QPixmap::load, which answers from the toolkit's cache: there a file is known by its size and
+// the second of its last change, and one that was replaced within that second would be the old one.
+// As there, only a name without a suffix is tried with those of the known formats.
+QPixmap readPicture(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists() && !file.completeSuffix().isEmpty())
+        return {};
+    return QPixmap::fromImage(QImage(path));
 }
 
 } // namespace
@@ -228,7 +241,7 @@ void OutputWindow::loadBackground()
 {
     bgPixmap = QPixmap();
     if (settings->bgImageEnabled && !settings->bgImagePath.isEmpty())
-        bgPixmap.load(settings->bgImagePath);
+        bgPixmap = readPicture(settings->bgImagePath);
 
     if (!bgPixmap.isNull()) {
         setAutoFillBackground(false);

@@ -26,7 +26,8 @@ public:
     /// Sets the progress bar's full scale, in seconds; values below 1 count as 1.
     void setTotalSeconds(int seconds);
     /// Chooses what is shown: 0 the figure, 1 the clock, 2 both. Any other value is
-    /// kept but changes nothing. The clock's text follows at the next clock tick.
+    /// kept but shows and hides nothing. With every value but 0 the clock's text follows at
+    /// the next clock tick.
     void setViewMode(int mode);
     /// Shows @p text on the message line, as it is: a text that looks like rich text
     /// is shown as such.

@@ -78,13 +78,16 @@ void StepperTest::spinBox_keepsWhatTheCallerSet()
     dressed->setRange(-7, 4321);
     dressed->setSuffix(" sec");
     dressed->setValue(17);
+    dressed->setSingleStep(5);
     const QSignalSpy changes(dressed, &QSpinBox::valueChanged);
     const std::unique_ptr<QWidget> stepper(makeStepper(dressed));
     QCOMPARE(dressed->minimum(), -7);
     QCOMPARE(dressed->maximum(), 4321);
     QCOMPARE(dressed->suffix(), QStringLiteral(" sec"));
     QCOMPARE(dressed->value(), 17);
-    QCOMPARE(dressed->singleStep(), 1);
+    QCOMPARE(dressed->singleStep(), 5);
+    QCOMPARE(dressed->focusPolicy(), Qt::WheelFocus);
+    QVERIFY(dressed->keyboardTracking());
     QVERIFY(!dressed->wrapping());
     QVERIFY(!dressed->isReadOnly());
     QCOMPARE(changes.size(), 0);

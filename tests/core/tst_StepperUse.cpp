@@ -30,6 +30,7 @@ private slots:
     void click_atABound_changesNothing();
     void click_keepsToTheCallersSingleStep();
     void heldButton_doesNotRepeat();
+    void releaseBesideTheButton_changesNothing();
     void keyboard_stepsAsUsual_data();
     void keyboard_stepsAsUsual();
     void keyboard_typesAValue();
@@ -126,6 +127,17 @@ void StepperUseTest::heldButton_doesNotRepeat()
     QCOMPARE(spinBox->value(), 50);
     QTest::mouseRelease(upButton(), Qt::LeftButton);
     QCOMPARE(spinBox->value(), 51);
+}
+
+void StepperUseTest::releaseBesideTheButton_changesNothing()
+{
+    const QPoint beside(-10, -10);
+    for (QPushButton *button : {downButton(), upButton()}) {
+        QTest::mousePress(button, Qt::LeftButton);
+        QTest::mouseMove(button, beside);
+        QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, beside);
+        QCOMPARE(spinBox->value(), 50);
+    }
 }
 
 void StepperUseTest::keyboard_stepsAsUsual_data()

@@ -1,6 +1,10 @@
+#include <memory>
+
+#include <QDialog>
 #include <QImage>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyle>
@@ -26,6 +30,7 @@ private slots:
     void disabledStartButton_keepsItsGround();
     void timerPreview_isLargeAndGreen();
     void sectionHeader_isSmallAndGrey();
+    void window_isDark_data();
     void window_isDark();
 };
 
@@ -161,11 +166,23 @@ void StyleSheetLookTest::sectionHeader_isSmallAndGrey()
     QCOMPARE(label.palette().color(QPalette::WindowText).name(), QStringLiteral("#888888"));
 }
 
+void StyleSheetLookTest::window_isDark_data()
+{
+    QTest::addColumn<std::shared_ptr<QWidget>>("window");
+    const auto add = [](const char *name, QWidget *window) {
+        QTest::newRow(name) << std::shared_ptr<QWidget>(window);
+    };
+    add("main window", new QMainWindow);
+    add("dialog", new QDialog);
+    add("message box", new QMessageBox);
+    add("any other", new QWidget);
+}
+
 void StyleSheetLookTest::window_isDark()
 {
-    QMainWindow window;
-    window.resize(100, 100);
-    QCOMPARE(groundOf(window), QStringLiteral("#1c1c1c"));
+    QFETCH(std::shared_ptr<QWidget>, window);
+    window->resize(100, 100);
+    QCOMPARE(groundOf(*window), QStringLiteral("#1c1c1c"));
 }
 
 VELMORA_TEST_MAIN(StyleSheetLookTest)

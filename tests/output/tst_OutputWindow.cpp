@@ -34,6 +34,7 @@ private slots:
     void setMessage_showsTheTextAsItIs_data();
     void setMessage_showsTheTextAsItIs();
     void clearMessage_emptiesTheLine();
+    void clearMessage_keepsTheLine();
     void message_survivesARefresh();
     void close_hidesAndKeepsTheWindow();
     void closedWindow_keepsFollowing();
@@ -253,6 +254,27 @@ void OutputWindowTest::clearMessage_emptiesTheLine()
     window.setMessage("Please wrap up");
     window.clearMessage();
     QCOMPARE(messageLabel(window)->text(), QString());
+}
+
+// A line without a message keeps its height, so that figure and clock stay where they are.
+void OutputWindowTest::clearMessage_keepsTheLine()
+{
+    const AppSettings settings;
+    OutputWindow window(&settings);
+    window.resize(800, 500);
+    window.show();
+    const auto places = [&window] {
+        QCoreApplication::processEvents();
+        return QList<QRect>{figureArea(window)->geometry(), figureLabel(window)->geometry(),
+                            clockLabel(window)->geometry(), messageLabel(window)->geometry()};
+    };
+    const QList<QRect> before = places();
+    QVERIFY(messageLabel(window)->isVisible());
+    window.setMessage("Please wrap up");
+    QVERIFY(messageLabel(window)->isVisible());
+    window.clearMessage();
+    QCOMPARE(places(), before);
+    QVERIFY(messageLabel(window)->isVisible());
 }
 
 void OutputWindowTest::message_survivesARefresh()

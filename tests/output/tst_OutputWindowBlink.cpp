@@ -30,6 +30,7 @@ private slots:
     void refreshSettings_whileHidden_leavesTheFigureAlone();
     void hiddenPhase_isDrawnInTheGroundsColour();
     void timers_haveHalfASecond();
+    void zeros_doNotHoldUpThePhase();
     void idle_doesNotBlinkByItself();
 };
 
@@ -183,13 +184,13 @@ void OutputWindowBlinkTest::tickBlink_alternates()
 {
     const AppSettings settings = withGround();
     OutputWindow window(&settings);
-    setHeight(window, 1080);
+    setHeight(window, 540);
     window.onTimerTick(0);
     for (int i = 0; i < 3; ++i) {
         window.tickBlink();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 75));
         window.tickBlink();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 75));
     }
 }
 
@@ -328,6 +329,17 @@ void OutputWindowBlinkTest::timers_haveHalfASecond()
         QCOMPARE(timer->interval(), 500);
         QVERIFY(!timer->isSingleShot());
     }
+}
+
+void OutputWindowBlinkTest::zeros_doNotHoldUpThePhase()
+{
+    const AppSettings settings = withGround();
+    OutputWindow window(&settings);
+    window.onTimerTick(0);
+    QTimer zeros;
+    connect(&zeros, &QTimer::timeout, &window, [&window] { window.onTimerTick(0); });
+    zeros.start(100);
+    QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
 }
 
 void OutputWindowBlinkTest::idle_doesNotBlinkByItself()

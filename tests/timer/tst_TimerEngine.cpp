@@ -315,6 +315,10 @@ void TimerEngineTest::countBeyond32Bits_wrapsRound()
     QCOMPARE(engine.remaining(), std::numeric_limits<int>::max());
     engine.addSeconds(60);
     QCOMPARE(engine.remaining(), 0);
+    engine.setDuration(std::numeric_limits<int>::max());
+    engine.addSeconds(60);
+    engine.reset(); // to the duration, which has wrapped round on its own
+    QCOMPARE(engine.remaining(), 0);
 }
 
 VELMORA_TEST_MAIN(TimerEngineTest)

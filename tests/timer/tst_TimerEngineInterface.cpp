@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <QMetaMethod>
 #include <QTest>
 
@@ -6,7 +8,7 @@
 #include "TimerEngine.h"
 
 /// What neighbours rely on besides the commands: the construction values, the meta-object,
-/// and what can be read at the moment of a signal.
+/// what can be read at the moment of a signal, and what a command from within it does.
 class TimerEngineInterfaceTest : public QObject
 {
     Q_OBJECT
@@ -26,8 +28,27 @@ private slots:
     void reset_isStoppedWhenItTicks();
     void setDuration_isStoppedWhenItTicks();
     void lastTick_comesBeforeTheStop();
-    void restartFromTheLastTick_isStoppedAgain();
+    void lastTick_isJudgedAsAListenerLeavesIt_data();
+    void lastTick_isJudgedAsAListenerLeavesIt();
+    void resetFromTheTick_restoresTheNewDuration_data();
+    void resetFromTheTick_restoresTheNewDuration();
+    void startFromTheTick_leavesTheReportOfTheStop_data();
+    void startFromTheTick_leavesTheReportOfTheStop();
 };
+
+namespace {
+
+using Command = std::function<void(TimerEngine &)>;
+
+/// Has a listener give the engine @p command once, at its next tick.
+void answerTheNextTick(TimerEngine &engine, const Command &command)
+{
+    QObject::connect(
+        &engine, &TimerEngine::tick, &engine, [&engine, command] { command(engine); },
+        Qt::SingleShotConnection);
+}
+
+} // namespace
 
 void TimerEngineInterfaceTest::fresh_holdsFiveMinutesAndIsStopped()
 {
@@ -195,18 +216,93 @@ void TimerEngineInterfaceTest::lastTick_comesBeforeTheStop()
     QVERIFY(!engine.isRunning());
 }
 
-// The count is judged after the tick has been delivered, as a neighbour has left it.
-void TimerEngineInterfaceTest::restartFromTheLastTick_isStoppedAgain()
+void TimerEngineInterfaceTest::lastTick_isJudgedAsAListenerLeavesIt_data()
 {
+    QTest::addColumn<Command>("answer");
+    QTest::addColumn<QStringList>("emitted");
+    const auto add = [](const char *name, const Command &answer, const QStringList &emitted) {
+        QTest::newRow(name) << answer << emitted;
+    };
+    add("time added", [](TimerEngine &engine) { engine.addSeconds(60); }, {"tick 0", "tick 60"});
+    add("overtime switched on", [](TimerEngine &engine) { engine.setOvertimeEnabled(true); },
+        {"tick 0"});
+    add("turned to counting up", [](TimerEngine &engine) { engine.setCountUp(true); }, {"tick 0"});
+    // It still runs at its last tick, so that a start does nothing.
+    add("started", [](TimerEngine &engine) { engine.start(); }, {"tick 0", "stopped"});
+    add("paused", [](TimerEngine &engine) { engine.pause(); }, {"tick 0", "stopped", "stopped"});
+    add("started anew",
+        [](TimerEngine &engine) {
+            engine.pause();
+            engine.start();
+        },
+        {"tick 0", "stopped", "running", "stopped"});
+}
+
+// The count is judged after the tick has been delivered, as a neighbour has left it.
+void TimerEngineInterfaceTest::lastTick_isJudgedAsAListenerLeavesIt()
+{
+    QFETCH(Command, answer);
+    QFETCH(QStringList, emitted);
     TimerEngine engine;
     engine.setOvertimeEnabled(false);
     engine.setDuration(1);
     engine.start();
-    connect(&engine, &TimerEngine::tick, &engine, &TimerEngine::start);
     EngineRecorder recorder(engine);
+    answerTheNextTick(engine, answer);
     passOneSecond(engine);
-    QVERIFY(!engine.isRunning());
-    QCOMPARE(recorder.take(), QStringList({"tick 0", "stopped"}));
+    QCOMPARE(recorder.take(), emitted);
+    QCOMPARE(engine.isRunning(), emitted.last() != "stopped");
+}
+
+void TimerEngineInterfaceTest::resetFromTheTick_restoresTheNewDuration_data()
+{
+    QTest::addColumn<Command>("command");
+    QTest::addColumn<int>("duration");
+    QTest::newRow("setDuration") << Command([](TimerEngine &engine) { engine.setDuration(120); })
+                                 << 120;
+    QTest::newRow("addSeconds") << Command([](TimerEngine &engine) { engine.addSeconds(60); })
+                                << 360;
+}
+
+void TimerEngineInterfaceTest::resetFromTheTick_restoresTheNewDuration()
+{
+    QFETCH(Command, command);
+    QFETCH(int, duration);
+    TimerEngine engine;
+    answerTheNextTick(engine, &TimerEngine::reset);
+    command(engine);
+    QCOMPARE(engine.remaining(), duration);
+}
+
+void TimerEngineInterfaceTest::startFromTheTick_leavesTheReportOfTheStop_data()
+{
+    QTest::addColumn<bool>("running");
+    QTest::addColumn<Command>("command");
+    QTest::addColumn<QStringList>("emitted");
+    const Command reset = &TimerEngine::reset;
+    const Command setDuration = [](TimerEngine &engine) { engine.setDuration(300); };
+    const QStringList withTheStop{"tick 300", "running", "stopped"};
+    QTest::newRow("reset while running") << true << reset << withTheStop;
+    QTest::newRow("reset while stopped") << false << reset << withTheStop;
+    QTest::newRow("setDuration while running") << true << setDuration << withTheStop;
+    QTest::newRow("setDuration while stopped")
+        << false << setDuration << QStringList{"tick 300", "running"};
+}
+
+// The stop is that of the command; the start that came between it and its report holds.
+void TimerEngineInterfaceTest::startFromTheTick_leavesTheReportOfTheStop()
+{
+    QFETCH(bool, running);
+    QFETCH(Command, command);
+    QFETCH(QStringList, emitted);
+    TimerEngine engine;
+    if (running)
+        engine.start();
+    EngineRecorder recorder(engine);
+    answerTheNextTick(engine, &TimerEngine::start);
+    command(engine);
+    QCOMPARE(recorder.take(), emitted);
+    QVERIFY(engine.isRunning());
 }
 
 VELMORA_TEST_MAIN(TimerEngineInterfaceTest)
