@@ -48,6 +48,7 @@ private slots:
     void imageLabel_namesTheFile();
     void imageRow_hasItsLookAndSizes();
     void fileDialog_opensAtTheCurrentImage();
+    void fileDialog_opensAtTheImageChosenLast();
     void fileDialog_cancelled_changesNothing();
     void browsing_takesTheFileAndSwitchesItOn();
     void browsing_takesAFileThatIsNoPicture();
@@ -134,12 +135,36 @@ void SettingsDialogImageTest::fileDialog_opensAtTheCurrentImage()
             QCOMPARE(files.parentWidget(), &dialog);
             QCOMPARE(files.acceptMode(), QFileDialog::AcceptOpen);
             QCOMPARE(files.fileMode(), QFileDialog::ExistingFile);
+            QCOMPARE(files.options(), QFileDialog::Options()); // so it may be the native one
             QCOMPARE(files.nameFilters(), QStringList("Images (*.png *.jpg *.jpeg *.bmp)"));
             QCOMPARE(files.directory(), QDir(pictures.path()));
             QCOMPARE(files.selectedFiles(), QStringList(record.bgImagePath));
         });
         DialogView(dialog).browseButton()->click();
         QVERIFY(person.hasPlayed());
+    });
+}
+
+// The dialog's image, which is not the record's before OK.
+void SettingsDialogImageTest::fileDialog_opensAtTheImageChosenLast()
+{
+    const QString path = pictures.filePath(QStringLiteral("New ground.png"));
+    AppSettings record;
+    record.bgImagePath = pictures.filePath(QStringLiteral("Old ground.png"));
+    SettingsDialog dialog(&record, nullptr);
+    const DialogView view(dialog);
+    execWith(dialog, [&] {
+        const auto selectedAtStart = [&view] {
+            QStringList selected{QStringLiteral("no file dialog")};
+            const ModalScript<QFileDialog> person(
+                [&selected](QFileDialog &files) { selected = files.selectedFiles(); });
+            view.browseButton()->click();
+            return selected;
+        };
+        browse(view, path);
+        QCOMPARE(selectedAtStart(), QStringList(path));
+        view.clearImageButton()->click();
+        QCOMPARE(selectedAtStart(), QStringList());
     });
 }
 

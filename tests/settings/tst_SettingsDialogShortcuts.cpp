@@ -103,6 +103,7 @@ private slots:
     void secondKey_afterCapture_isNotTaken();
     void keypadDigit_differsFromTheMainOne();
     void key_withoutCode_leavesNothing();
+    void key_heldDown_countsAsAKey();
     void everyRow_takesItsOwnKey();
     void sameKey_inTwoRows_isStoredTwice();
 
@@ -121,7 +122,9 @@ private slots:
     void ownButton_keepsTheRowWaiting();
     void otherButton_movesTheWait();
     void clear_ofTheWaitingRow_endsTheWait();
+    void clear_ofAnotherRow_keepsTheWait_data();
     void clear_ofAnotherRow_keepsTheWait();
+    void resetAll_endsTheWait_data();
     void resetAll_endsTheWait();
     void longSequence_survivesACancelledCapture();
 
@@ -322,6 +325,20 @@ void SettingsDialogShortcutsTest::key_withoutCode_leavesNothing()
     QCOMPARE(capture.record.shortcutStartPause, QString());
 }
 
+// Its repetitions are key presses like the first one.
+void SettingsDialogShortcutsTest::key_heldDown_countsAsAKey()
+{
+    Capture capture;
+    capture.run([&] {
+        capture.clickSetKey(0);
+        QKeyEvent repetition(QEvent::KeyPress, Qt::Key_F6, {}, QString(), true);
+        QCoreApplication::sendEvent(&*capture.dialog, &repetition);
+        QCOMPARE(capture.keys(0), QStringLiteral("F6"));
+        QVERIFY(capture.areAllIdle());
+        QVERIFY(!capture.isGrabbed());
+    });
+}
+
 void SettingsDialogShortcutsTest::everyRow_takesItsOwnKey()
 {
     Capture capture;
@@ -425,23 +442,27 @@ void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog_data()
 {
     QTest::addColumn<QString>("stored");
     QTest::addColumn<QString>("shown");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
     QTest::newRow("some key") << "Ctrl+R"
-                              << "Ctrl+R";
+                              << "Ctrl+R" << Qt::KeyboardModifiers();
     QTest::newRow("no key") << ""
-                            << "(none)";
+                            << "(none)" << Qt::KeyboardModifiers();
+    QTest::newRow("Shift held") << "Ctrl+R"
+                                << "Ctrl+R" << Qt::KeyboardModifiers(Qt::ShiftModifier);
 }
 
 void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog()
 {
     QFETCH(const QString, stored);
     QFETCH(const QString, shown);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
     AppSettings start;
     start.shortcutReset = stored;
     Capture capture;
     capture.run(
         [&] {
             capture.clickSetKey(1);
-            capture.press(Qt::Key_Escape);
+            capture.press(Qt::Key_Escape, modifiers);
             QCOMPARE(capture.keys(1), shown);
             QVERIFY(capture.areAllIdle());
             QVERIFY(!capture.isGrabbed());
@@ -534,31 +555,48 @@ void SettingsDialogShortcutsTest::clear_ofTheWaitingRow_endsTheWait()
     });
 }
 
+void SettingsDialogShortcutsTest::clear_ofAnotherRow_keepsTheWait_data()
+{
+    QTest::addColumn<int>("waiting");
+    QTest::addColumn<int>("cleared");
+    QTest::newRow("a row below") << 1 << 3;
+    QTest::newRow("a row above") << 3 << 1;
+}
+
 void SettingsDialogShortcutsTest::clear_ofAnotherRow_keepsTheWait()
 {
+    QFETCH(const int, waiting);
+    QFETCH(const int, cleared);
     Capture capture;
     capture.run([&] {
-        capture.clickSetKey(1);
-        capture.clickClear(3);
-        QVERIFY(capture.isWaiting(1));
+        capture.clickSetKey(waiting);
+        capture.clickClear(cleared);
+        QVERIFY(capture.isWaiting(waiting));
         QVERIFY(capture.isGrabbed());
-        QCOMPARE(capture.keys(3), QStringLiteral("(none)"));
-        QVERIFY(capture.isIdle(3));
+        QCOMPARE(capture.keys(cleared), QStringLiteral("(none)"));
+        QVERIFY(capture.isIdle(cleared));
         capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("F8"));
+        QCOMPARE(capture.keys(waiting), QStringLiteral("F8"));
     });
+}
+
+void SettingsDialogShortcutsTest::resetAll_endsTheWait_data()
+{
+    setKey_makesTheRowWait_data();
 }
 
 void SettingsDialogShortcutsTest::resetAll_endsTheWait()
 {
+    QFETCH(const int, row);
     Capture capture;
     capture.run([&] {
-        capture.clickSetKey(1);
+        const QString keys = capture.keys(row);
+        capture.clickSetKey(row);
         QTest::mouseClick(capture.view().resetKeysButton(), Qt::LeftButton);
         QVERIFY(capture.areAllIdle());
         QVERIFY(!capture.isGrabbed());
         capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("R"));
+        QCOMPARE(capture.keys(row), keys);
     });
 }
 
