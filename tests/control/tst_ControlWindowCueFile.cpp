@@ -47,6 +47,7 @@ public:
     QStringList filters;
     QString directory;
     QWidget *parent = nullptr;
+    QFileDialog::Options options;
     QFileDialog::FileMode fileMode = QFileDialog::AnyFile;
     QFileDialog::AcceptMode acceptMode = QFileDialog::AcceptSave;
 
@@ -61,6 +62,7 @@ private:
         filters = dialog->nameFilters();
         directory = dialog->directory().canonicalPath();
         parent = dialog->parentWidget();
+        options = dialog->options();
         fileMode = dialog->fileMode();
         acceptMode = dialog->acceptMode();
         auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
@@ -265,6 +267,7 @@ void ControlWindowCueFileTest::browse_asksForAnAudioFile()
     QCOMPARE(script.filters,
              QStringList({"Audio Files (*.wav *.mp3 *.ogg *.flac *.aac)", "All Files (*)"}));
     QCOMPARE(script.parent, fixture.window.get());
+    QCOMPARE(script.options, QFileDialog::Options()); // so it may be the native one
     QCOMPARE(script.fileMode, QFileDialog::ExistingFile);
     QCOMPARE(script.acceptMode, QFileDialog::AcceptOpen);
 }

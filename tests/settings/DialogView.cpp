@@ -173,7 +173,7 @@ void DialogView::pick(const QString &rowLabel, const QColor &color) const
 {
     const ModalScript<QColorDialog> person([&color](QColorDialog &colors) {
         colors.setCurrentColor(color);
-        colors.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        press(colors, QDialogButtonBox::Ok);
     });
     colorButton(rowLabel)->click();
 }

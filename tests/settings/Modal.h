@@ -4,7 +4,10 @@
 #include <utility>
 
 #include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QTimer>
 
 /// A person who waits for a modal dialog of the type and then plays the script in it,
@@ -49,4 +52,10 @@ int execWith(Dialog &dialog, const std::function<void()> &script)
 {
     const ModalScript<Dialog> person([&script](Dialog &) { script(); });
     return dialog.exec();
+}
+
+/// Presses the standard button of @p dialog.
+inline void press(QDialog &dialog, QDialogButtonBox::StandardButton button)
+{
+    dialog.findChild<QDialogButtonBox *>()->button(button)->click();
 }

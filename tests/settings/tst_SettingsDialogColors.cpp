@@ -1,17 +1,8 @@
 #include <QApplication>
-#include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QFormLayout>
-#include <QHBoxLayout>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "AppSettings.h"
@@ -28,33 +19,17 @@ namespace {
 
 using Color = QColor AppSettings::*;
 
-const QString useImageText = QStringLiteral("Use image instead of background colour");
 const QString buttonLook =
     QStringLiteral("background-color:%1;color:%2;border:1px solid #555;border-radius:3px;");
 
-void press(QDialog &dialog, QDialogButtonBox::StandardButton button)
-{
-    dialog.findChild<QDialogButtonBox *>()->button(button)->click();
-}
-
-// Clicks "Browse…" and opens the file under the path in the file dialog.
-void browse(const DialogView &view, const QString &path)
-{
-    const ModalScript<QFileDialog> person([&path](QFileDialog &files) {
-        files.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
-        press(files, QDialogButtonBox::Open);
-    });
-    view.browseButton()->click();
-}
-
 } // namespace
 
+/// The Colors page and its colour buttons.
 class SettingsDialogColorsTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
 
     void page_readsFromTopToBottom();
@@ -71,33 +46,7 @@ private slots:
     void pickedGrey_turnsTextBlackFromTheThreshold();
     void pickColor_servesAnyTargetAndButton();
     void invalidColor_staysInvalidUntilPicked();
-
-    void imageLabel_namesTheFile_data();
-    void imageLabel_namesTheFile();
-    void imageRow_hasItsLookAndSizes();
-    void fileDialog_opensAtTheCurrentImage();
-    void fileDialog_cancelled_changesNothing();
-    void browsing_takesTheFileAndSwitchesItOn();
-    void browsing_takesAFileThatIsNoPicture();
-    void clearing_forgetsTheFileAndSwitchesItOff();
-    void unchecking_keepsTheFile();
-    void imageEdits_thenCancel_leaveTheRecord();
-
-private:
-    QTemporaryDir pictures;
 };
-
-void SettingsDialogColorsTest::initTestCase()
-{
-    QVERIFY(pictures.isValid());
-    QImage picture(8, 8, QImage::Format_RGB32);
-    picture.fill(Qt::blue);
-    QVERIFY(picture.save(pictures.filePath(QStringLiteral("Old ground.png"))));
-    QVERIFY(picture.save(pictures.filePath(QStringLiteral("New ground.png"))));
-    QFile text(pictures.filePath(QStringLiteral("no picture.bmp")));
-    QVERIFY(text.open(QIODevice::WriteOnly));
-    QVERIFY(text.write("not a picture") > 0);
-}
 
 void SettingsDialogColorsTest::init()
 {
@@ -316,178 +265,6 @@ void SettingsDialogColorsTest::invalidColor_staysInvalidUntilPicked()
     });
     QVERIFY(!record.bgColor.isValid());
     QCOMPARE(record.clockColor, QColor(1, 2, 3));
-}
-
-void SettingsDialogColorsTest::imageLabel_namesTheFile_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("none") << QString() << "None";
-    QTest::newRow("full path") << "/no/such/folder/Ground.png"
-                               << "Ground.png";
-    QTest::newRow("bare name") << "Ground.png"
-                               << "Ground.png";
-    QTest::newRow("dots and blanks") << "/a.b/My stage.v2.jpeg"
-                                     << "My stage.v2.jpeg";
-    QTest::newRow("mark-up") << "/a/<b>x.png"
-                             << "<b>x.png";
-}
-
-void SettingsDialogColorsTest::imageLabel_namesTheFile()
-{
-    QFETCH(const QString, path);
-    AppSettings record;
-    record.bgImagePath = path;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    QTEST(view.imageFileLabel()->text(), "text");
-    QCOMPARE(view.imageFileLabel()->textFormat(), Qt::PlainText); // mark-up is shown as it is
-    execWith(dialog, [&] { view.okButton()->click(); });
-    QCOMPARE(record.bgImagePath, path); // the whole path, whatever the label shows
-}
-
-void SettingsDialogColorsTest::imageRow_hasItsLookAndSizes()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    const QLabel *label = view.imageFileLabel();
-    QCOMPARE(label->styleSheet(), QStringLiteral("color:#aaa;font-size:11px;"));
-    QVERIFY(label->wordWrap());
-    QCOMPARE(view.browseButton()->minimumWidth(), 80);
-    QCOMPARE(view.browseButton()->maximumWidth(), 80);
-    QCOMPARE(view.clearImageButton()->minimumWidth(), 60);
-    QCOMPARE(view.clearImageButton()->maximumWidth(), 60);
-    const auto *row = qobject_cast<QHBoxLayout *>(label->parentWidget()->layout());
-    QVERIFY(row);
-    QCOMPARE(row->stretch(0), 1);
-    QCOMPARE(row->stretch(1), 0);
-    QCOMPARE(row->stretch(2), 0);
-}
-
-void SettingsDialogColorsTest::fileDialog_opensAtTheCurrentImage()
-{
-    AppSettings record;
-    record.bgImagePath = pictures.filePath(QStringLiteral("Old ground.png"));
-    SettingsDialog dialog(&record, nullptr);
-    execWith(dialog, [&] {
-        const ModalScript<QFileDialog> person([&](QFileDialog &files) {
-            QCOMPARE(files.windowTitle(), QStringLiteral("Select background image"));
-            QCOMPARE(files.parentWidget(), &dialog);
-            QCOMPARE(files.acceptMode(), QFileDialog::AcceptOpen);
-            QCOMPARE(files.fileMode(), QFileDialog::ExistingFile);
-            QCOMPARE(files.nameFilters(), QStringList("Images (*.png *.jpg *.jpeg *.bmp)"));
-            QCOMPARE(files.directory(), QDir(pictures.path()));
-            QCOMPARE(files.selectedFiles(), QStringList(record.bgImagePath));
-        });
-        DialogView(dialog).browseButton()->click();
-        QVERIFY(person.hasPlayed());
-    });
-}
-
-void SettingsDialogColorsTest::fileDialog_cancelled_changesNothing()
-{
-    AppSettings record;
-    record.bgImagePath = pictures.filePath(QStringLiteral("Old ground.png"));
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        const ModalScript<QFileDialog> person([&](QFileDialog &files) {
-            files.selectFile(pictures.filePath(QStringLiteral("New ground.png")));
-            press(files, QDialogButtonBox::Cancel);
-        });
-        view.browseButton()->click();
-        QVERIFY(person.hasPlayed());
-        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("Old ground.png"));
-        QVERIFY(!view.checkBox(useImageText)->isChecked());
-        view.okButton()->click();
-    });
-    QCOMPARE(record.bgImagePath, pictures.filePath(QStringLiteral("Old ground.png")));
-    QVERIFY(!record.bgImageEnabled);
-}
-
-void SettingsDialogColorsTest::browsing_takesTheFileAndSwitchesItOn()
-{
-    const QString path = pictures.filePath(QStringLiteral("New ground.png"));
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        browse(view, path);
-        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("New ground.png"));
-        QVERIFY(view.checkBox(useImageText)->isChecked());
-        QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
-        view.okButton()->click();
-    });
-    AppSettings wanted;
-    wanted.bgImagePath = path;
-    wanted.bgImageEnabled = true;
-    QCOMPARE(fieldLines(record), fieldLines(wanted));
-    QCOMPARE(storedLines(), fieldLines(wanted));
-}
-
-void SettingsDialogColorsTest::browsing_takesAFileThatIsNoPicture()
-{
-    const QString path = pictures.filePath(QStringLiteral("no picture.bmp"));
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        browse(view, path);
-        view.okButton()->click();
-    });
-    QCOMPARE(record.bgImagePath, path);
-    QVERIFY(record.bgImageEnabled);
-}
-
-void SettingsDialogColorsTest::clearing_forgetsTheFileAndSwitchesItOff()
-{
-    AppSettings record;
-    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
-    record.bgImageEnabled = true;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.clearImageButton()->click();
-        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("None"));
-        QVERIFY(!view.checkBox(useImageText)->isChecked());
-        QCOMPARE(record.bgImagePath, QStringLiteral("/pictures/Ground.png"));
-        view.okButton()->click();
-    });
-    QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
-}
-
-void SettingsDialogColorsTest::unchecking_keepsTheFile()
-{
-    AppSettings record;
-    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
-    record.bgImageEnabled = true;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.checkBox(useImageText)->click();
-        QCOMPARE(view.imageFileLabel()->text(), QStringLiteral("Ground.png"));
-        view.okButton()->click();
-    });
-    QCOMPARE(record.bgImagePath, QStringLiteral("/pictures/Ground.png"));
-    QVERIFY(!record.bgImageEnabled);
-}
-
-void SettingsDialogColorsTest::imageEdits_thenCancel_leaveTheRecord()
-{
-    AppSettings record;
-    record.bgImagePath = QStringLiteral("/pictures/Ground.png");
-    const QStringList before = fieldLines(record);
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        browse(view, pictures.filePath(QStringLiteral("New ground.png")));
-        QVERIFY(view.checkBox(useImageText)->isChecked());
-        view.clearImageButton()->click();
-        view.cancelButton()->click();
-    });
-    QCOMPARE(fieldLines(record), before);
-    QVERIFY(!storeExists());
 }
 
 VELMORA_TEST_MAIN(SettingsDialogColorsTest)

@@ -29,7 +29,7 @@ constexpr int highest = std::numeric_limits<int>::max();
 
 } // namespace
 
-// The Clock, Fonts and Timer pages, but for the presets.
+// The Clock, Fonts and Timer pages, but for the presets, and the check boxes of every page.
 class SettingsDialogPagesTest : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include <limits>
 
 #include <QFile>
+#include <QItemSelectionModel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
@@ -52,6 +53,7 @@ private slots:
     void add_ofNothing_addsNothing();
     void add_takesDuplicatesUnsorted();
     void add_keepsTheSpinBoxes();
+    void remove_takesTheCurrentItem_data();
     void remove_takesTheCurrentItem();
     void remove_withoutCurrentItem_takesNothing();
     void remove_fromEmptyList_takesNothing();
@@ -122,6 +124,7 @@ void SettingsDialogPresetsTest::preset_isLabelledAndKept()
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
     QTEST(view.presets()->item(0)->text(), "label");
+    QCOMPARE(view.presets()->item(0)->data(Qt::UserRole).typeId(), int(QMetaType::Int));
     execWith(dialog, [&] { view.okButton()->click(); });
     QCOMPARE(record.presets, QList<int>{secs});
     QCOMPARE(storedLines(), fieldLines(record));
@@ -207,12 +210,20 @@ void SettingsDialogPresetsTest::add_keepsTheSpinBoxes()
     QCOMPARE(spinBoxes.at(1)->value(), 8);
 }
 
+void SettingsDialogPresetsTest::remove_takesTheCurrentItem_data()
+{
+    QTest::addColumn<QItemSelectionModel::SelectionFlag>("selection");
+    QTest::newRow("selected") << QItemSelectionModel::ClearAndSelect;
+    QTest::newRow("not selected") << QItemSelectionModel::NoUpdate;
+}
+
 void SettingsDialogPresetsTest::remove_takesTheCurrentItem()
 {
+    QFETCH(const QItemSelectionModel::SelectionFlag, selection);
     AppSettings record;
     SettingsDialog dialog(&record, nullptr);
     const DialogView view(dialog);
-    view.presets()->setCurrentRow(1);
+    view.presets()->setCurrentRow(1, selection);
     view.presetButton(QStringLiteral("Remove"))->click();
     QCOMPARE(secondsIn(*view.presets()), QList<int>({300, 900, 1800}));
     QCOMPARE(fieldLines(record), fieldLines(AppSettings()));

@@ -1,88 +1,13 @@
-#include <functional>
-#include <optional>
-
-#include <QCheckBox>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
-#include <QWindow>
 
 #include "AppSettings.h"
-#include "DialogView.h"
-#include "Modal.h"
+#include "KeyCapture.h"
 #include "Record.h"
-#include "SettingsDialog.h"
 #include "Store.h"
 #include "TestMain.h"
 
-namespace {
-
-const QString normalLook =
-    QStringLiteral("background:#2b2b2b;color:#e8e8e8;border:1px solid #444;border-radius:4px;"
-                   "padding:4px 10px;font-family:monospace;");
-const QString waitingLook =
-    QStringLiteral("background:#5c4a00;color:#ffa500;border:1px solid #ffa500;border-radius:4px;"
-                   "padding:4px 10px;font-family:monospace;");
-
-// The dialog with its Shortcuts page in front, to be run with a person at the keyboard.
-struct Capture
-{
-    AppSettings record;
-    std::optional<SettingsDialog> dialog;
-
-    void run(const std::function<void()> &script, const AppSettings &start = {})
-    {
-        record = start;
-        dialog.emplace(&record, nullptr);
-        execWith(*dialog, [&] {
-            view().showPage(QStringLiteral("Shortcuts"));
-            script();
-        });
-    }
-    DialogView view() { return DialogView(*dialog); }
-    void clickSetKey(int row) { QTest::mouseClick(view().setKeyButton(row), Qt::LeftButton); }
-    void clickClear(int row) { QTest::mouseClick(view().clearKeyButton(row), Qt::LeftButton); }
-    // By the window system's way: to the grabber if there is one, else to the focus.
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        // Without a text: the toolkit's table of them lacks keys like AltGr.
-        QTest::sendKeyEvent(QTest::Click, dialog->windowHandle(), key, QString(), modifiers);
-    }
-    // One event with the modifiers as flags only, as a button panel sends it.
-    void pressAlone(Qt::Key key, Qt::KeyboardModifiers modifiers)
-    {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers);
-        QCoreApplication::sendEvent(&*dialog, &event);
-    }
-
-    QString keys(int row) { return view().keyLabel(row)->text(); }
-    bool isGrabbed() const { return QWidget::keyboardGrabber() == &*dialog; }
-    bool isWaiting(int row)
-    {
-        return keys(row) == QLatin1String("Press any key...")
-            && view().keyLabel(row)->styleSheet() == waitingLook
-            && view().setKeyButton(row)->text() == QLatin1String("Cancel");
-    }
-    bool isIdle(int row)
-    {
-        return keys(row) != QLatin1String("Press any key...")
-            && view().keyLabel(row)->styleSheet() == normalLook
-            && view().setKeyButton(row)->text() == QLatin1String("Set Key");
-    }
-    bool areAllIdle()
-    {
-        for (int row = 0; row < 5; ++row) {
-            if (!isIdle(row))
-                return false;
-        }
-        return true;
-    }
-};
-
-} // namespace
-
+/// Which keys a waiting row takes, and what it makes of them.
 class SettingsDialogShortcutsTest : public QObject
 {
     Q_OBJECT
@@ -91,43 +16,20 @@ private slots:
     void init();
     void cleanup();
 
-    void setKey_makesTheRowWait_data();
-    void setKey_makesTheRowWait();
     void key_isCapturedAndStored_data();
     void key_isCapturedAndStored();
     void keyWithoutName_countsAsAKey_data();
     void keyWithoutName_countsAsAKey();
     void keyWithFlags_keepsEveryFlag_data();
     void keyWithFlags_keepsEveryFlag();
-    void capturedKey_endsTheWait();
     void secondKey_afterCapture_isNotTaken();
     void keypadDigit_differsFromTheMainOne();
     void key_withoutCode_leavesNothing();
+    void key_heldDown_countsAsAKey();
     void everyRow_takesItsOwnKey();
     void sameKey_inTwoRows_isStoredTwice();
-
-    void modifierAlone_keepsTheWaitWithoutTheGrab_data();
-    void modifierAlone_keepsTheWaitWithoutTheGrab();
-    void modifierThenCombination_isCaptured();
-    void modifierThenEscape_cancels();
-    void modifierThenOwnButton_takesTheGrabAgain();
-
-    void escape_waiting_keepsSequenceAndDialog_data();
-    void escape_waiting_keepsSequenceAndDialog();
-    void escape_afterCancelledCapture_closes();
     void enter_waiting_doesNotPressOk();
     void keys_idle_changeNothing();
-
-    void ownButton_keepsTheRowWaiting();
-    void otherButton_movesTheWait();
-    void clear_ofTheWaitingRow_endsTheWait();
-    void clear_ofAnotherRow_keepsTheWait();
-    void resetAll_endsTheWait();
-    void longSequence_survivesACancelledCapture();
-
-    void ok_whileWaiting_storesTheOldSequence();
-    void closing_whileWaiting_changesNothing_data();
-    void closing_whileWaiting_changesNothing();
     void capturedKey_reachesTheRecordOnlyByOk();
 };
 
@@ -139,27 +41,6 @@ void SettingsDialogShortcutsTest::init()
 void SettingsDialogShortcutsTest::cleanup()
 {
     QVERIFY(!QWidget::keyboardGrabber()); // no dialog takes the keyboard with it
-}
-
-void SettingsDialogShortcutsTest::setKey_makesTheRowWait_data()
-{
-    QTest::addColumn<int>("row");
-    for (int row = 0; row < 5; ++row)
-        QTest::addRow("%d", row) << row;
-}
-
-void SettingsDialogShortcutsTest::setKey_makesTheRowWait()
-{
-    QFETCH(const int, row);
-    Capture capture;
-    capture.run([&] {
-        QVERIFY(capture.areAllIdle());
-        QVERIFY(!capture.isGrabbed());
-        capture.clickSetKey(row);
-        for (int other = 0; other < 5; ++other)
-            QVERIFY(other == row ? capture.isWaiting(other) : capture.isIdle(other));
-        QVERIFY(capture.isGrabbed());
-    });
 }
 
 void SettingsDialogShortcutsTest::key_isCapturedAndStored_data()
@@ -197,7 +78,7 @@ void SettingsDialogShortcutsTest::key_isCapturedAndStored()
     QFETCH(const Qt::Key, key);
     QFETCH(const Qt::KeyboardModifiers, modifiers);
     QFETCH(const QString, keys);
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(1);
         capture.press(key, modifiers);
@@ -223,7 +104,7 @@ void SettingsDialogShortcutsTest::keyWithoutName_countsAsAKey()
 {
     QFETCH(const Qt::Key, key);
     const QKeySequence wanted(key);
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(1);
         capture.press(key);
@@ -259,7 +140,7 @@ void SettingsDialogShortcutsTest::keyWithFlags_keepsEveryFlag()
     QFETCH(const Qt::Key, key);
     QFETCH(const Qt::KeyboardModifiers, modifiers);
     QFETCH(const QString, keys);
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(4);
         capture.pressAlone(key, modifiers);
@@ -270,22 +151,9 @@ void SettingsDialogShortcutsTest::keyWithFlags_keepsEveryFlag()
     QCOMPARE(capture.record.shortcutToggleOutput, keys);
 }
 
-void SettingsDialogShortcutsTest::capturedKey_endsTheWait()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(0);
-        capture.press(Qt::Key_F5);
-        QCOMPARE(capture.keys(0), QStringLiteral("F5"));
-        QVERIFY(capture.areAllIdle());
-        QVERIFY(!capture.isGrabbed());
-        QVERIFY(capture.dialog->isVisible());
-    });
-}
-
 void SettingsDialogShortcutsTest::secondKey_afterCapture_isNotTaken()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(0);
         capture.press(Qt::Key_F5);
@@ -296,7 +164,7 @@ void SettingsDialogShortcutsTest::secondKey_afterCapture_isNotTaken()
 
 void SettingsDialogShortcutsTest::keypadDigit_differsFromTheMainOne()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(2);
         capture.press(Qt::Key_5);
@@ -311,7 +179,7 @@ void SettingsDialogShortcutsTest::keypadDigit_differsFromTheMainOne()
 // Some input methods report keys without a code.
 void SettingsDialogShortcutsTest::key_withoutCode_leavesNothing()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(0);
         capture.pressAlone(Qt::Key(0), {});
@@ -322,9 +190,23 @@ void SettingsDialogShortcutsTest::key_withoutCode_leavesNothing()
     QCOMPARE(capture.record.shortcutStartPause, QString());
 }
 
+// Its repetitions are key presses like the first one.
+void SettingsDialogShortcutsTest::key_heldDown_countsAsAKey()
+{
+    KeyCapture capture;
+    capture.run([&] {
+        capture.clickSetKey(0);
+        QKeyEvent repetition(QEvent::KeyPress, Qt::Key_F6, {}, QString(), true);
+        QCoreApplication::sendEvent(&*capture.dialog, &repetition);
+        QCOMPARE(capture.keys(0), QStringLiteral("F6"));
+        QVERIFY(capture.areAllIdle());
+        QVERIFY(!capture.isGrabbed());
+    });
+}
+
 void SettingsDialogShortcutsTest::everyRow_takesItsOwnKey()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         for (int row = 0; row < 5; ++row) {
             capture.clickSetKey(row);
@@ -343,7 +225,7 @@ void SettingsDialogShortcutsTest::everyRow_takesItsOwnKey()
 
 void SettingsDialogShortcutsTest::sameKey_inTwoRows_isStoredTwice()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         for (const int row : {0, 3}) {
             capture.clickSetKey(row);
@@ -356,119 +238,9 @@ void SettingsDialogShortcutsTest::sameKey_inTwoRows_isStoredTwice()
     QCOMPARE(capture.record.shortcutMinusMin, QStringLiteral("R"));
 }
 
-void SettingsDialogShortcutsTest::modifierAlone_keepsTheWaitWithoutTheGrab_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Shift") << Qt::Key_Shift;
-    QTest::newRow("Control") << Qt::Key_Control;
-    QTest::newRow("Meta") << Qt::Key_Meta;
-    QTest::newRow("Alt") << Qt::Key_Alt;
-}
-
-void SettingsDialogShortcutsTest::modifierAlone_keepsTheWaitWithoutTheGrab()
-{
-    QFETCH(const Qt::Key, key);
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        for (int times = 0; times < 2; ++times) {
-            capture.press(key);
-            QVERIFY(capture.isWaiting(1));
-            QVERIFY(!QWidget::keyboardGrabber());
-        }
-        capture.press(Qt::Key_F7); // through the button that has the focus
-        QCOMPARE(capture.keys(1), QStringLiteral("F7"));
-        QVERIFY(capture.areAllIdle());
-    });
-}
-
-void SettingsDialogShortcutsTest::modifierThenCombination_isCaptured()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        QTest::keyPress(capture.dialog->windowHandle(), Qt::Key_Shift);
-        QVERIFY(capture.isWaiting(1));
-        QVERIFY(!QWidget::keyboardGrabber());
-        QTest::keyPress(capture.dialog->windowHandle(), Qt::Key_A, Qt::ShiftModifier);
-        QCOMPARE(capture.keys(1), QStringLiteral("Shift+A"));
-        QVERIFY(capture.areAllIdle());
-    });
-}
-
-void SettingsDialogShortcutsTest::modifierThenEscape_cancels()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.press(Qt::Key_Shift);
-        capture.press(Qt::Key_Escape);
-        QCOMPARE(capture.keys(1), QStringLiteral("R"));
-        QVERIFY(capture.areAllIdle());
-        QVERIFY(capture.dialog->isVisible());
-    });
-}
-
-void SettingsDialogShortcutsTest::modifierThenOwnButton_takesTheGrabAgain()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.press(Qt::Key_Shift);
-        capture.clickSetKey(1);
-        QVERIFY(capture.isWaiting(1));
-        QVERIFY(capture.isGrabbed());
-    });
-}
-
-void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("some key") << "Ctrl+R"
-                              << "Ctrl+R";
-    QTest::newRow("no key") << ""
-                            << "(none)";
-}
-
-void SettingsDialogShortcutsTest::escape_waiting_keepsSequenceAndDialog()
-{
-    QFETCH(const QString, stored);
-    QFETCH(const QString, shown);
-    AppSettings start;
-    start.shortcutReset = stored;
-    Capture capture;
-    capture.run(
-        [&] {
-            capture.clickSetKey(1);
-            capture.press(Qt::Key_Escape);
-            QCOMPARE(capture.keys(1), shown);
-            QVERIFY(capture.areAllIdle());
-            QVERIFY(!capture.isGrabbed());
-            QVERIFY(capture.dialog->isVisible());
-            capture.view().okButton()->click();
-        },
-        start);
-    QCOMPARE(capture.record.shortcutReset, stored);
-}
-
-void SettingsDialogShortcutsTest::escape_afterCancelledCapture_closes()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.press(Qt::Key_Escape);
-        QVERIFY(capture.dialog->isVisible());
-        capture.press(Qt::Key_Escape);
-        QVERIFY(!capture.dialog->isVisible());
-    });
-    QCOMPARE(capture.dialog->result(), int(QDialog::Rejected));
-    QVERIFY(storeBytes().isEmpty());
-}
-
 void SettingsDialogShortcutsTest::enter_waiting_doesNotPressOk()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(1);
         capture.press(Qt::Key_Return);
@@ -480,7 +252,7 @@ void SettingsDialogShortcutsTest::enter_waiting_doesNotPressOk()
 
 void SettingsDialogShortcutsTest::keys_idle_changeNothing()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.press(Qt::Key_X);
         capture.press(Qt::Key_1, Qt::ControlModifier);
@@ -491,134 +263,9 @@ void SettingsDialogShortcutsTest::keys_idle_changeNothing()
     QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
 }
 
-void SettingsDialogShortcutsTest::ownButton_keepsTheRowWaiting()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.clickSetKey(1);
-        QVERIFY(capture.isWaiting(1));
-        QVERIFY(capture.isGrabbed());
-        capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("F8"));
-    });
-}
-
-void SettingsDialogShortcutsTest::otherButton_movesTheWait()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(0);
-        capture.clickSetKey(2);
-        QVERIFY(capture.isIdle(0));
-        QCOMPARE(capture.keys(0), QStringLiteral("Space"));
-        QVERIFY(capture.isWaiting(2));
-        QVERIFY(capture.isGrabbed());
-        capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(0), QStringLiteral("Space"));
-        QCOMPARE(capture.keys(2), QStringLiteral("F8"));
-    });
-}
-
-void SettingsDialogShortcutsTest::clear_ofTheWaitingRow_endsTheWait()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.clickClear(1);
-        QCOMPARE(capture.keys(1), QStringLiteral("(none)"));
-        QVERIFY(capture.areAllIdle());
-        QVERIFY(!capture.isGrabbed());
-        capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("(none)"));
-    });
-}
-
-void SettingsDialogShortcutsTest::clear_ofAnotherRow_keepsTheWait()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.clickClear(3);
-        QVERIFY(capture.isWaiting(1));
-        QVERIFY(capture.isGrabbed());
-        QCOMPARE(capture.keys(3), QStringLiteral("(none)"));
-        QVERIFY(capture.isIdle(3));
-        capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("F8"));
-    });
-}
-
-void SettingsDialogShortcutsTest::resetAll_endsTheWait()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        QTest::mouseClick(capture.view().resetKeysButton(), Qt::LeftButton);
-        QVERIFY(capture.areAllIdle());
-        QVERIFY(!capture.isGrabbed());
-        capture.press(Qt::Key_F8);
-        QCOMPARE(capture.keys(1), QStringLiteral("R"));
-    });
-}
-
-void SettingsDialogShortcutsTest::longSequence_survivesACancelledCapture()
-{
-    AppSettings start;
-    start.shortcutReset = QStringLiteral("Ctrl+K, Ctrl+C");
-    Capture capture;
-    capture.run(
-        [&] {
-            capture.clickSetKey(1);
-            capture.press(Qt::Key_Escape);
-            QCOMPARE(capture.keys(1), QStringLiteral("Ctrl+K, Ctrl+C"));
-            capture.view().okButton()->click();
-        },
-        start);
-    QCOMPARE(capture.record.shortcutReset, QStringLiteral("Ctrl+K, Ctrl+C"));
-}
-
-void SettingsDialogShortcutsTest::ok_whileWaiting_storesTheOldSequence()
-{
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        capture.view().okButton()->click();
-        QVERIFY(!capture.dialog->isVisible());
-    });
-    QCOMPARE(capture.record.shortcutReset, QStringLiteral("R"));
-    capture.dialog.reset();
-    QVERIFY(!QWidget::keyboardGrabber());
-}
-
-void SettingsDialogShortcutsTest::closing_whileWaiting_changesNothing_data()
-{
-    QTest::addColumn<bool>("byCancel");
-    QTest::newRow("Cancel") << true;
-    QTest::newRow("close button") << false;
-}
-
-void SettingsDialogShortcutsTest::closing_whileWaiting_changesNothing()
-{
-    QFETCH(const bool, byCancel);
-    Capture capture;
-    capture.run([&] {
-        capture.clickSetKey(1);
-        if (byCancel)
-            capture.view().cancelButton()->click();
-        else
-            capture.dialog->close();
-        QVERIFY(!capture.dialog->isVisible());
-    });
-    QCOMPARE(fieldLines(capture.record), fieldLines(AppSettings()));
-    QVERIFY(storeBytes().isEmpty());
-    capture.dialog.reset();
-    QVERIFY(!QWidget::keyboardGrabber());
-}
-
 void SettingsDialogShortcutsTest::capturedKey_reachesTheRecordOnlyByOk()
 {
-    Capture capture;
+    KeyCapture capture;
     capture.run([&] {
         capture.clickSetKey(1);
         capture.press(Qt::Key_F8);

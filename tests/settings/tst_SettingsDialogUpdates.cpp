@@ -1,3 +1,5 @@
+#include <memory>
+
 #include <QNetworkProxy>
 #include <QNetworkProxyFactory>
 #include <QPushButton>
@@ -12,6 +14,7 @@
 #include "SettingsDialog.h"
 #include "Store.h"
 #include "TestMain.h"
+#include "UpdateStage.h"
 
 namespace {
 
@@ -49,7 +52,6 @@ class SettingsDialogUpdatesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanupTestCase();
 
@@ -58,20 +60,17 @@ private slots:
     void check_leavesButtonAndDialogUsable();
     void check_failing_saysNothing();
     void check_writesNothing();
+    void closedDialog_leavesItsCheckToSpeak();
 
 private:
     QList<QUrl> asked;
 };
 
-void SettingsDialogUpdatesTest::initTestCase()
-{
-    QNetworkProxyFactory::setApplicationProxyFactory(new DeadEnd(&asked, closedPort()));
-}
-
 void SettingsDialogUpdatesTest::init()
 {
     removeStore();
     asked.clear();
+    QNetworkProxyFactory::setApplicationProxyFactory(new DeadEnd(&asked, closedPort()));
 }
 
 void SettingsDialogUpdatesTest::cleanupTestCase()
@@ -144,6 +143,26 @@ void SettingsDialogUpdatesTest::check_writesNothing()
     });
     QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
     QVERIFY(storeBytes().isEmpty());
+}
+
+// To the person: that the program is up to date is said to nobody else.
+void SettingsDialogUpdatesTest::closedDialog_leavesItsCheckToSpeak()
+{
+    QVERIFY2(trustedAuthority().isValid(), qPrintable(trustedAuthority().problem()));
+    QVERIFY2(!endpointIdentity().certificate.isNull(), qPrintable(trustedAuthority().problem()));
+    UpdateStage stage; // in place of the dead end
+    AppSettings record;
+    auto dialog = std::make_unique<SettingsDialog>(&record, nullptr);
+    execWith(*dialog, [&] {
+        findByText<QPushButton>(*dialog, QStringLiteral("Check for Updates"))->click();
+        QTRY_COMPARE(stage.server.requests().size(), 1);
+        DialogView(*dialog).cancelButton()->click();
+    });
+    dialog.reset();
+
+    stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
+    QVERIFY(stage.waitUntil([&] { return stage.boxes().size() == 1; }));
+    QCOMPARE(stage.boxes().constFirst().text, QStringLiteral("You're up to date.\nVersion 1.1.4"));
 }
 
 VELMORA_TEST_MAIN(SettingsDialogUpdatesTest)

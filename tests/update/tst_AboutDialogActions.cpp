@@ -108,8 +108,8 @@ void AboutDialogActionsTest::updateButton_cannotBePressedTwice()
     QVERIFY(stage.settle());
 }
 
-// In real time: one card with a check that is never answered, one whose check fails at
-// once, and one that is gone before its button would come back.
+// In real time: one card with a check that is answered long after its button has come back,
+// one whose check fails at once, and one that is gone before its button would come back.
 void AboutDialogActionsTest::updateButton_comesBackAfterFiveSeconds()
 {
     UpdateStage stage;

@@ -201,7 +201,9 @@ void UpdaterTest::check_leavesTheManagersDefaults()
     QCOMPARE(request.transferTimeout(), 0);
     QVERIFY(!request.attribute(QNetworkRequest::CacheLoadControlAttribute).isValid());
     QVERIFY(!request.attribute(QNetworkRequest::RedirectPolicyAttribute).isValid());
+    QCOMPARE(request.maximumRedirectsAllowed(), QNetworkRequest().maximumRedirectsAllowed());
     QCOMPARE(reply->manager()->transferTimeout(), 0);
+    QVERIFY(!reply->manager()->cache());
     QCOMPARE(reply->manager()->redirectPolicy(), QNetworkAccessManager().redirectPolicy());
     QVERIFY(!reply->manager()->parent());
 }
@@ -227,6 +229,7 @@ void UpdaterTest::checkForPerson_isNeverDeleted()
     const QPointer<QNetworkAccessManager> first = stage.replies().at(0)->manager();
     const QPointer<QNetworkAccessManager> second = stage.replies().at(1)->manager();
     QVERIFY(first != second);
+    QVERIFY(!qApp->findChild<Updater *>()); // which the application would delete
 
     stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
     stage.server.answerLater(1, httpAnswer(updateDocument("1.1.4")));

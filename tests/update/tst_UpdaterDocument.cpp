@@ -25,6 +25,8 @@ private slots:
 
     void understoodDocument_isAnswered_data();
     void understoodDocument_isAnswered();
+    void memberThatIsNoText_countsAsEmpty_data();
+    void memberThatIsNoText_countsAsEmpty();
     void documentedSample_isOffered();
     void badDocument_saysNothing_data();
     void badDocument_saysNothing();
@@ -80,6 +82,32 @@ void UpdaterDocumentTest::understoodDocument_isAnswered()
     QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     QCOMPARE(stage.boxes().constFirst().text, text);
+}
+
+void UpdaterDocumentTest::memberThatIsNoText_countsAsEmpty_data()
+{
+    QTest::addColumn<QByteArray>("members");
+    QTest::addRow("missing") << QByteArray();
+    QTest::addRow("null") << QByteArray(R"(,"downloadUrl":null,"releaseNotes":null)");
+    QTest::addRow("number") << QByteArray(R"(,"downloadUrl":7,"releaseNotes":7)");
+    QTest::addRow("list") << QByteArray(
+        R"(,"downloadUrl":["https://a.example/"],"releaseNotes":["Faster start."])");
+}
+
+// An offer without notes, and nothing to open.
+void UpdaterDocumentTest::memberThatIsNoText_countsAsEmpty()
+{
+    QFETCH(QByteArray, members);
+    UpdateStage stage;
+    stage.server.setAnswer(httpAnswer(R"({"velmora":{"version":"9.0.0")" + members + "}}"));
+    stage.press("Download");
+    Updater updater;
+    updater.check(true);
+    QVERIFY(stage.settle());
+    QCOMPARE(stage.boxes().size(), 1);
+    QCOMPARE(stage.boxes().constFirst().text, newerText);
+    QCOMPARE(stage.boxes().constFirst().informativeText, QString());
+    QVERIFY(stage.opened().isEmpty());
 }
 
 void UpdaterDocumentTest::documentedSample_isOffered()

@@ -42,6 +42,9 @@ void UpdaterDownloadTest::download_opensHttpsAddressesOnly_data()
         << "https://Download.Example/A" << QStringList("https://download.example/A");
     QTest::addRow("https, blank inside")
         << "https://a.example/a b" << QStringList("https://a.example/a%20b");
+    // The scheme ends with its colon.
+    for (const char *address : {"https:a.example", "https:/a.example", "https:"})
+        QTest::addRow("\"%s\"", address) << address << QStringList(address);
     const char *const refused[] = {"",
                                    "http://a.example/",
                                    "HTTPS://a.example/",

@@ -29,6 +29,8 @@ private slots:
     void sameOrOlderVersion_isConfirmedToAPersonOnly();
     void offer_looksLikeThis();
     void confirmation_looksLikeThis();
+    void box_hasNoParentWhateverIsActive_data();
+    void box_hasNoParentWhateverIsActive();
     void versionText_isShownAsReceived_data();
     void versionText_isShownAsReceived();
 
@@ -136,6 +138,29 @@ void UpdaterOfferTest::confirmation_looksLikeThis()
     QCOMPARE(box.buttons, QStringList("OK"));
     QVERIFY(box.modal);
     QVERIFY(!box.hasParent);
+}
+
+void UpdaterOfferTest::box_hasNoParentWhateverIsActive_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addRow("offer") << "1.2.0";
+    QTest::addRow("confirmation") << "1.1.4";
+}
+
+void UpdaterOfferTest::box_hasNoParentWhateverIsActive()
+{
+    QFETCH(QString, version);
+    UpdateStage stage;
+    stage.server.setAnswer(httpAnswer(updateDocument(version)));
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    Updater updater;
+    updater.check(false);
+    QVERIFY(stage.settle());
+    QCOMPARE(stage.boxes().size(), 1);
+    QVERIFY(!stage.boxes().constFirst().hasParent);
 }
 
 void UpdaterOfferTest::versionText_isShownAsReceived_data()
