@@ -33,8 +33,10 @@ void showOnOtherScreen(QWidget &audienceWindow, const QWidget &operatorWindow)
     // it would come back full screen, on top of the operator's window.
     audienceWindow.setWindowState(Qt::WindowNoState);
     audienceWindow.resize(ordinarySize);
-    // Nor may it come back where that screen was.
-    if (const QScreen *screen = operatorWindow.screen()) {
+    // Nor may it come back where that screen was. Before it is shown for the first time, it has no
+    // place, and the window manager gives it one.
+    const QScreen *screen = operatorWindow.screen();
+    if (screen && audienceWindow.testAttribute(Qt::WA_WState_Created)) {
         const QRect available = screen->availableGeometry();
         if (!available.contains(audienceWindow.geometry().center()))
             audienceWindow.move(available.topLeft());

@@ -80,6 +80,20 @@ OutputWindow *outputWindow()
     return onlyWindow<OutputWindow>(QStringLiteral("Velmora \u2014 Output"));
 }
 
+QObject *updater()
+{
+    QObject *found = nullptr;
+    const QObjectList children = qApp->children();
+    for (QObject *child : children) {
+        if (QLatin1String(child->metaObject()->className()) != QLatin1String("Updater"))
+            continue;
+        if (found)
+            return nullptr;
+        found = child;
+    }
+    return found;
+}
+
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)
 {
     const PrivateStore store;

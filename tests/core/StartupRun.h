@@ -25,9 +25,11 @@ constexpr int exitAtLimit = 99;
 /// Runs the entry routine to its end and returns what it returned. Only one run at a time.
 int runProgram(const StartupRun &run);
 
-/// The program's windows while it runs; null when there is none, or more than one.
+/// The program's windows while it runs, and the updater of its start; null when there is none, or
+/// more than one.
 QWidget *controlWindow();
 OutputWindow *outputWindow();
+QObject *updater();
 
 /// Runs the tests without an application object, which is the program's to make, and with
 /// a settings store of their own.

@@ -13,6 +13,8 @@ class ScreenPlacementOneScreenTest : public QObject
 private slots:
     void noOtherScreen_showsAnOrdinaryWindow_data();
     void noOtherScreen_showsAnOrdinaryWindow();
+    void shownAgain_staysInSight_data();
+    void shownAgain_staysInSight();
 };
 
 void ScreenPlacementOneScreenTest::noOtherScreen_showsAnOrdinaryWindow_data()
@@ -43,6 +45,32 @@ void ScreenPlacementOneScreenTest::noOtherScreen_showsAnOrdinaryWindow()
     QCOMPARE(audience.windowState() & ~Qt::WindowActive, Qt::WindowNoState);
     QCOMPARE(audience.size(), QSize(800, 500));
     QVERIFY(!audience.windowFlags().testFlag(Qt::FramelessWindowHint));
+}
+
+void ScreenPlacementOneScreenTest::shownAgain_staysInSight_data()
+{
+    QTest::addColumn<QPoint>("before");
+    QTest::addColumn<QPoint>("after");
+    QTest::newRow("inside") << QPoint(300, 200) << QPoint(300, 200);
+    QTest::newRow("with its middle inside") << QPoint(1500, 800) << QPoint(1500, 800);
+    QTest::newRow("with a corner inside") << QPoint(1600, 900) << QPoint(0, 0);
+    // Where a second screen was.
+    QTest::newRow("outside") << QPoint(2500, 300) << QPoint(0, 0);
+}
+
+void ScreenPlacementOneScreenTest::shownAgain_staysInSight()
+{
+    QFETCH(QPoint, before);
+    QFETCH(QPoint, after);
+    QWidget control;
+    QWidget audience;
+    control.show();
+    showOnOtherScreen(audience, control);
+    audience.move(before);
+    audience.hide();
+    showOnOtherScreen(audience, control);
+    QVERIFY(audience.isVisible());
+    QCOMPARE(audience.pos(), after);
 }
 
 VELMORA_TEST_MAIN(ScreenPlacementOneScreenTest)

@@ -332,19 +332,12 @@ void StartupTest::windows_goInReverseOrderAndTheUpdaterLast()
 {
     QStringList gone;
     run([&gone] {
-        QObject *updater = nullptr;
-        for (QObject *child : qApp->children()) {
-            if (QLatin1String(child->metaObject()->className()) != QLatin1String("Updater"))
-                continue;
-            QVERIFY(!updater);
-            updater = child;
-        }
-        QVERIFY(updater);
+        QVERIFY(updater());
         const auto note = [&gone](QObject *object, const QString &name) {
             QObject::connect(object, &QObject::destroyed, object, [&gone, name] { gone += name; });
         };
         note(outputWindow(), "output");
-        note(updater, "updater");
+        note(updater(), "updater");
         note(controlWindow(), "control");
     });
     QCOMPARE(gone, (QStringList{"control", "output", "updater"}));

@@ -12,6 +12,7 @@ class StartupScreensTest : public QObject
 private slots:
     void init();
     void oneScreen_showsAnOrdinaryWindow();
+    void oneScreen_leavesThePlaceToTheWindowManager();
     void moreScreens_coverTheFirstListedOther_data();
     void moreScreens_coverTheFirstListedOther();
     void rememberedPlace_isNotUsed();
@@ -49,6 +50,16 @@ void StartupScreensTest::oneScreen_showsAnOrdinaryWindow()
         QVERIFY(!outputWindow()->isFullScreen());
         QCOMPARE(outputWindow()->windowState() & ~Qt::WindowActive, Qt::WindowNoState);
         QCOMPARE(outputWindow()->size(), QSize(800, 500));
+    });
+}
+
+// The only screen need not begin at (0, 0), where a window is that was never placed.
+void StartupScreensTest::oneScreen_leavesThePlaceToTheWindowManager()
+{
+    run({right}, [] {
+        QCOMPARE(controlWindow()->screen()->geometry(), right);
+        QCOMPARE(outputWindow()->size(), QSize(800, 500));
+        QVERIFY(!outputWindow()->testAttribute(Qt::WA_Moved));
     });
 }
 

@@ -15,6 +15,7 @@ class StartupUpdateTest : public QObject
 private slots:
     void init();
     void check_startsOnceAfterThreeSeconds();
+    void check_isDroppedWithTheUpdater();
     void upToDate_saysNothing();
     void newer_isOffered();
 };
@@ -52,6 +53,16 @@ void StartupUpdateTest::check_startsOnceAfterThreeSeconds()
         // Generous: a machine may be busy.
         QVERIFY2(sinceStart.elapsed() <= 9000, qPrintable(QString::number(sinceStart.elapsed())));
         QVERIFY(!QTest::qWaitFor([&stage] { return stage.server.tunnels().size() > 1; }, 3500));
+    });
+}
+
+void StartupUpdateTest::check_isDroppedWithTheUpdater()
+{
+    run([] {
+        const UpdateStage stage;
+        QVERIFY(updater());
+        delete updater();
+        QVERIFY(!QTest::qWaitFor([&] { return !stage.server.tunnels().isEmpty(); }, 3500));
     });
 }
 

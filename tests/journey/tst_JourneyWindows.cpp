@@ -14,6 +14,7 @@ class JourneyWindows : public Journey
 private slots:
     void start_placesOutputFullScreenOnTheSecondMonitor();
     void windows_haveTheClassOfTheDesktopEntry();
+    void title_showsTheLogo();
     void toggleKey_hidesAndShowsOutput();
     void toggleButton_hidesAndShowsOutput();
     void keys_workWhileOutputHasTheFocus();
@@ -44,6 +45,15 @@ void JourneyWindows::windows_haveTheClassOfTheDesktopEntry()
     program.clickPreview();
     AWAIT(desktop::hasWindow(previewTitle));
     QCOMPARE(desktop::windowClass(previewTitle), wanted);
+}
+
+// The picture is compiled in, and a program without it only has a bare title.
+void JourneyWindows::title_showsTheLogo()
+{
+    const QRect titlesLeftEnd(12, 6, 28, 44);
+    const QColor logoGreen(0x22, 0xc5, 0x5e);
+    QVERIFY(program.start());
+    AWAIT(desktop::hasRun(desktop::grabWindow(controlTitle, titlesLeftEnd), logoGreen));
 }
 
 void JourneyWindows::toggleKey_hidesAndShowsOutput()
