@@ -146,17 +146,27 @@ void ControlWindowCueFileTest::check_showsTheRecord()
 
 void ControlWindowCueFileTest::check_savesAtOnce_data()
 {
-    check_showsTheRecord_data();
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("clicked");
+    QTest::newRow("on") << true << true;
+    QTest::newRow("off") << false << true;
+    QTest::newRow("on, without a click") << true << false;
+    QTest::newRow("off, without a click") << false << false;
 }
 
 void ControlWindowCueFileTest::check_savesAtOnce()
 {
     QFETCH(bool, enabled);
+    QFETCH(bool, clicked);
     AppSettings settings;
     settings.soundEnabled = !enabled;
     settings.soundFilePath = QStringLiteral("/music/gong.wav");
     const ControlFixture fixture(settings);
-    fixture.button("Enable sound cue")->click();
+    QAbstractButton *check = fixture.button("Enable sound cue");
+    if (clicked)
+        check->click();
+    else
+        check->setChecked(enabled);
     QCOMPARE(fixture.settings.soundEnabled, enabled);
     QVERIFY(storeBytes().contains(enabled ? "soundEnabled=true" : "soundEnabled=false"));
     QVERIFY(storeBytes().contains("soundFilePath=/music/gong.wav"));
