@@ -17,19 +17,23 @@ namespace {
 
 const QString soundFileStyle = QStringLiteral("color:#aaa; font-size:11px;");
 
-// A file that is gone or is no sound is not even tried: the oldest toolkit takes its player
-// for playing, and from then on each stop() blocks the whole program, the count included,
-// for a second.
-bool isBroken(const QMediaPlayer &player)
+// Older than Qt 6.5, and in need of three things that nothing newer needs.
+constexpr bool isOldestToolkit = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
+
+// There, a file that is gone or is no sound is not even tried: its player takes it for
+// playing, and from then on each stop() blocks the whole program, the count included, for
+// a second. A newer player has to be asked: on Windows it opens a file in play() that it
+// could not open before, such as one on a stick that came later.
+bool isToBeLeftAlone(const QMediaPlayer &player)
 {
-    return player.mediaStatus() == QMediaPlayer::InvalidMedia;
+    return isOldestToolkit && player.mediaStatus() == QMediaPlayer::InvalidMedia;
 }
 
-// A file that is still being opened starts at its beginning and in time anyway. Touched in
-// that state before play(), the oldest toolkit's player can block the program for good.
-bool isOpening(const QMediaPlayer &player)
+// There, a file that is still being opened is only started: that is at its beginning and
+// in time anyway, and touched before play(), the player can block the program for good.
+bool isOnlyToBeStarted(const QMediaPlayer &player)
 {
-    return player.mediaStatus() == QMediaPlayer::LoadingMedia;
+    return isOldestToolkit && player.mediaStatus() == QMediaPlayer::LoadingMedia;
 }
 
 } // namespace
@@ -81,9 +85,9 @@ void ControlWindow::checkCue()
     if (cueFired || !settings->soundEnabled || !player->source().isValid())
         return;
     cueFired = true;
-    if (isBroken(*player))
+    if (isToBeLeftAlone(*player))
         return;
-    if (!isOpening(*player)) {
+    if (!isOnlyToBeStarted(*player)) {
         reattachAudioOutput();
         player->stop();
     }
@@ -92,9 +96,9 @@ void ControlWindow::checkCue()
 
 void ControlWindow::testCue()
 {
-    if (!player->source().isValid() || isBroken(*player))
+    if (!player->source().isValid() || isToBeLeftAlone(*player))
         return;
-    if (!isOpening(*player)) {
+    if (!isOnlyToBeStarted(*player)) {
         reattachAudioOutput();
         player->setPosition(0);
     }
@@ -106,10 +110,10 @@ void ControlWindow::testCue()
 // in time.
 void ControlWindow::reattachAudioOutput()
 {
-#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
-    player->setAudioOutput(nullptr);
-    player->setAudioOutput(audioOutput);
-#endif
+    if constexpr (isOldestToolkit) {
+        player->setAudioOutput(nullptr);
+        player->setAudioOutput(audioOutput);
+    }
 }
 
 void ControlWindow::browseSoundFile()

@@ -23,5 +23,5 @@ QLabel *makeTitle(const QString &title, QWidget *input = nullptr);
 QSpinBox *makeSpinBox(int minimum, int maximum, const QString &suffix, int value,
                       const QString &name);
 
-/// The seconds that the items of @p presetList carry as Qt::UserRole, from top to bottom.
+/// The seconds that the items of @p presetList carry as Qt::UserRole, in row order.
 QList<int> listedPresets(const QListWidget &presetList);

@@ -56,9 +56,14 @@ QStringList outlineOfItems(const QLayout &layout)
     return items;
 }
 
+// A row's items are parted by an upright line.
 QString outline(const QLayout &layout)
 {
-    return QLatin1Char('[') + outlineOfItems(layout).join(QStringLiteral(" | ")) + QLatin1Char(']');
+    const auto *box = qobject_cast<const QBoxLayout *>(&layout);
+    const bool isRow = box && box->direction() == QBoxLayout::LeftToRight;
+    return QLatin1Char('[')
+        + outlineOfItems(layout).join(isRow ? QStringLiteral(" | ") : QStringLiteral(" / "))
+        + QLatin1Char(']');
 }
 
 QBoxLayout *mainLayout(const ControlFixture &fixture)

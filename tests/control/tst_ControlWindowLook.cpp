@@ -46,6 +46,7 @@ private slots:
     void figure_isDrawnInItsColor();
     void figure_vanishesInTheHiddenPhase();
     void smallestWindow_scrollsVertically();
+    void longSoundFileName_leavesItsButtonsInTheWindow();
 };
 
 void ControlWindowLookTest::scrollContent_showsItsHooksByTheirBorders_data()
@@ -208,6 +209,22 @@ void ControlWindowLookTest::smallestWindow_scrollsVertically()
     // Nothing is cut off at the right.
     QCOMPARE(lastItem->window(), fixture.window.get());
     QVERIFY(lastItem->mapTo(fixture.window.get(), QPoint(lastItem->width(), 0)).x() <= 480 - 12);
+}
+
+void ControlWindowLookTest::longSoundFileName_leavesItsButtonsInTheWindow()
+{
+    AppSettings record;
+    record.soundFilePath = QStringLiteral("/music/%1.wav").arg(QString(200, 'W'));
+    ControlFixture fixture(record);
+    fixture.window->resize(480, 420);
+    fixture.window->show();
+    QCOMPARE(fixture.window->size(), QSize(480, 420));
+    for (const QString &text : {QStringLiteral("Browse…"), QStringLiteral("Test")}) {
+        const QAbstractButton *button = fixture.button(text);
+        QVERIFY(button);
+        const int right = button->mapTo(fixture.window.get(), QPoint(button->width(), 0)).x();
+        QVERIFY2(right <= 480 - 12, qPrintable(QString::number(right)));
+    }
 }
 
 VELMORA_TEST_MAIN(ControlWindowLookTest)

@@ -38,6 +38,7 @@ private slots:
     void returnKey_pushes();
     void returnKey_onBlankText_keepsTheMessage();
     void typing_alone_pushesNothing();
+    void leavingTheEdit_pushesNothing();
     void clear_emptiesMessageAndEdit();
     void clear_ofAnUnpushedText_emptiesTheEdit();
     void slots_pushAndClear();
@@ -193,6 +194,21 @@ void ControlWindowMessageTest::typing_alone_pushesNothing()
     QTest::keyClicks(messageEdit(fixture), "Hello");
     QCOMPARE(messageEdit(fixture)->text(), QStringLiteral("Hello"));
     QCOMPARE(fixture.outputMessage()->text(), QString());
+}
+
+void ControlWindowMessageTest::leavingTheEdit_pushesNothing()
+{
+    ControlFixture fixture;
+    fixture.showControl();
+    fixture.window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(fixture.window.get()));
+    messageEdit(fixture)->setFocus();
+    QTest::keyClicks(messageEdit(fixture), "Hello");
+    QVERIFY(messageEdit(fixture)->hasFocus());
+    fixture.button("Clear")->setFocus();
+    QVERIFY(!messageEdit(fixture)->hasFocus());
+    QCOMPARE(fixture.outputMessage()->text(), QString());
+    QCOMPARE(messageEdit(fixture)->text(), QStringLiteral("Hello"));
 }
 
 void ControlWindowMessageTest::clear_emptiesMessageAndEdit()

@@ -1,6 +1,7 @@
 #include <QScreen>
 #include <QTest>
 
+#include "CloseCounter.h"
 #include "ControlFixture.h"
 #include "TestMain.h"
 
@@ -135,9 +136,11 @@ void ControlWindowOutputTest::closing_closesTheOutput()
 {
     ControlFixture fixture;
     fixture.show();
+    const CloseCounter closes(&fixture.output);
     QVERIFY(fixture.window->close());
     QVERIFY(!fixture.window->isVisible());
     QVERIFY(!fixture.output.isVisible());
+    QCOMPARE(closes.count, 1); // and it is not only hidden
 }
 
 void ControlWindowOutputTest::closing_endsTheProgram_data()

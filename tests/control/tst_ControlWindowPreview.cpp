@@ -3,27 +3,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "CloseCounter.h"
 #include "ControlFixture.h"
 #include "PreviewWindow.h"
 #include "TestMain.h"
 
 namespace {
-
-// Counts the close events that a widget receives.
-class CloseCounter : public QObject
-{
-public:
-    explicit CloseCounter(QObject *watched) { watched->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Close)
-            ++count;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 // Both windows shown, an 800 × 500 Output window, and the preview opened.
 class PreviewFixture : public ControlFixture
@@ -60,6 +45,7 @@ private slots:
     void refresh_beforeTheFirstUse_doesNothing();
     void window_canBeMadeSmallerAndLarger_data();
     void window_canBeMadeSmallerAndLarger();
+    void window_openedAgain_keepsItsSize();
     void outputHidden_closesThePreviewInTime();
     void outputHidden_closesAndDoesNotOnlyHide();
     void afterTheOutputCameBack_theSameWindowOpens();
@@ -237,6 +223,17 @@ void ControlWindowPreviewTest::window_canBeMadeSmallerAndLarger()
     QTEST(previewLabel()->pixmap().size(), "picture");
     fixture.refresh();
     QCOMPARE(previewWindow()->size(), window);
+}
+
+void ControlWindowPreviewTest::window_openedAgain_keepsItsSize()
+{
+    const PreviewFixture fixture;
+    previewWindow()->resize(480, 300);
+    fixture.button("Preview")->click();
+    QVERIFY(!previewWindow()->isVisible());
+    fixture.button("Preview")->click();
+    QVERIFY(previewWindow()->isVisible());
+    QCOMPARE(previewWindow()->size(), QSize(480, 300));
 }
 
 void ControlWindowPreviewTest::outputHidden_closesThePreviewInTime()

@@ -41,7 +41,8 @@ bool outputCountsUp(ControlFixture &fixture)
     return fixture.outputFigure()->styleSheet() != shown;
 }
 
-// As the modes are numbered: 1 for the figure alone, 2 for the clock alone, 3 for both.
+// One more than the number of the mode: 1 for the figure alone, 2 for the clock alone, 3 for
+// both, and 0 for neither.
 int outputLines(const ControlFixture &fixture)
 {
     return (fixture.outputFigure()->isHidden() ? 0 : 1)

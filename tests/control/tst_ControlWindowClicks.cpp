@@ -1,0 +1,117 @@
+#include <QDialog>
+#include <QLineEdit>
+#include <QTest>
+#include <QWindow>
+
+#include "ControlFixture.h"
+#include "PreviewWindow.h"
+#include "TestMain.h"
+
+namespace {
+
+/// Both windows, a time and a message to be taken over, and an eye on all that the buttons
+/// change. A dialog is closed as soon as it is open.
+struct ClickFixture : ControlFixture
+{
+    ClickFixture()
+    {
+        show();
+        passSecond(engine);
+        enterTime(7, 7);
+        messageEdit()->setText(QStringLiteral("Hello"));
+        QObject::connect(&closer, &QTimer::timeout, &closer, [this] {
+            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+                ++dialogs;
+                dialog->reject();
+            }
+        });
+        closer.start(0);
+    }
+
+    QStringList state() const
+    {
+        const QWidget *preview = previewWindow();
+        return {QStringLiteral("running %1").arg(engine.isRunning()),
+                QStringLiteral("remaining %1").arg(engine.remaining()),
+                QStringLiteral("%1 presets").arg(settings.presets.size()),
+                QStringLiteral("message %1").arg(outputMessage()->text()),
+                QStringLiteral("edit %1").arg(messageEdit()->text()),
+                QStringLiteral("output %1").arg(output.isVisible()),
+                QStringLiteral("preview %1").arg(preview && preview->isVisible()),
+                QStringLiteral("%1 dialogs").arg(dialogs)};
+    }
+
+private:
+    // No part of a spin box, as the others are.
+    QLineEdit *messageEdit() const
+    {
+        const QList<QLineEdit *> edits = window->findChildren<QLineEdit *>();
+        for (QLineEdit *edit : edits) {
+            if (!qobject_cast<QSpinBox *>(edit->parentWidget()))
+                return edit;
+        }
+        return nullptr;
+    }
+
+    int dialogs = 0;
+    QTimer closer;
+};
+
+} // namespace
+
+/// When a button of the Control window acts: once it is released.
+class ControlWindowClicksTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void button_actsOnlyWhenItIsReleased_data();
+    void button_actsOnlyWhenItIsReleased();
+};
+
+void ControlWindowClicksTest::button_actsOnlyWhenItIsReleased_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("title") << "  VELMORA";
+    QTest::newRow("settings") << "⚙";
+    QTest::newRow("start") << "▶  START";
+    QTest::newRow("pause") << "⏸  PAUSE";
+    QTest::newRow("reset") << "↺  RESET";
+    QTest::newRow("plus") << "+1 min";
+    QTest::newRow("minus") << "−1 min";
+    QTest::newRow("set") << "Set";
+    QTest::newRow("add") << "Add to Preset";
+    QTest::newRow("push") << "Push";
+    QTest::newRow("clear") << "Clear";
+    QTest::newRow("output") << "▶  Show Output Window";
+    QTest::newRow("preview") << "Preview";
+}
+
+// A press that was a mistake is taken back by leaving the button before letting it go.
+void ControlWindowClicksTest::button_actsOnlyWhenItIsReleased()
+{
+    QFETCH(QString, text);
+    ClickFixture fixture;
+    const QAbstractButton *button = fixture.button(text);
+    QVERIFY(button);
+    if (text == QStringLiteral("⏸  PAUSE"))
+        fixture.engine.start();
+    QWindow *window = fixture.window->windowHandle();
+    const QPoint on = button->mapTo(fixture.window.get(), button->rect().center());
+    const QPoint off(2, 2); // the window's margin
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+    const QStringList before = fixture.state();
+
+    QTest::mousePress(window, Qt::LeftButton, {}, on);
+    QVERIFY(button->isDown());
+    QTest::mouseMove(window, off);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, off);
+    QVERIFY(!button->isDown());
+    QCOMPARE(fixture.state(), before);
+
+    QTest::mouseClick(window, Qt::LeftButton, {}, on);
+    QVERIFY(fixture.state() != before);
+}
+
+VELMORA_TEST_MAIN(ControlWindowClicksTest)
+#include "tst_ControlWindowClicks.moc"
