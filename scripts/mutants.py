@@ -213,6 +213,8 @@ class Source:
                 add("text", first, last, replacement)
 
     def negate_condition(self, i):
+        if self.tokens[i + 1].spelling == "constexpr":
+            i += 1
         depth = 0
         for j in range(i + 1, len(self.tokens)):
             spelling = self.tokens[j].spelling
