@@ -1,4 +1,6 @@
+#include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QThread>
 #include <QTimer>
 
 #include "AppSettings.h"
@@ -12,6 +14,37 @@ namespace {
 
 constexpr int updateCheckDelayMs = 3000;
 
+// Lets Qt's Wayland connection come to rest before the application object ends it.
+//
+// Two threads of Qt read that connection, and neither can read before the other is ready to. Qt
+// makes the first ready from the event loop. If the connection ends before that thread has had its
+// turn, the thread gives up without saying so, and the second one waits for it for ever: the
+// windows are gone, the process stays. (Seen with Qt 6.4 and 6.8; 6.11 has the same code.)
+//
+// So what the windows' end asks of the compositor is sent, and the threads get their turn. Nothing
+// makes the first one ready again after that. Several short rests instead of a long one: on a
+// busy machine each ends late, so that there is time when it is needed.
+class WaylandRest
+{
+public:
+    WaylandRest() = default;
+    Q_DISABLE_COPY_MOVE(WaylandRest)
+
+    ~WaylandRest()
+    {
+        if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+            return;
+        // Not processEvents(): an update offer that came now would hold the program.
+        emit QAbstractEventDispatcher::instance()->awake();
+        for (int i = 0; i < rests; ++i)
+            QThread::msleep(restMs);
+    }
+
+private:
+    static constexpr int rests = 5;
+    static constexpr unsigned long restMs = 10;
+};
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -21,6 +54,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("Velmora"));
     QApplication::setOrganizationName(QStringLiteral("Orlavane"));
 
+    const WaylandRest restAfterTheWindows;
     AppSettings settings;
     loadSettings(settings);
 

@@ -200,6 +200,13 @@ void desktop::click(const QString &title, const QPoint &place)
     QTest::qWait(clickPauseMs);
 }
 
+void desktop::pointAt(const QString &title, const QPoint &place)
+{
+    outputOf("xdotool",
+             {"mousemove", "--window", windowId(title), QString::number(place.x()),
+              QString::number(place.y())});
+}
+
 QImage desktop::grab(const QRect &area)
 {
     const QPixmap pixels = QGuiApplication::primaryScreen()->grabWindow(

@@ -38,6 +38,8 @@ void press(const QString &key, int times = 1);
 void type(const QString &text);
 /// Clicks into a window's client area.
 void click(const QString &title, const QPoint &place);
+/// Moves the pointer there.
+void pointAt(const QString &title, const QPoint &place);
 
 /// What is to be seen in a part of the desktop.
 QImage grab(const QRect &area);

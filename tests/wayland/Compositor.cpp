@@ -75,6 +75,9 @@ WaylandProgram::~WaylandProgram()
 
 void WaylandProgram::start(bool traced)
 {
+    // The compositor draws the pointer itself: elsewhere it might cover a part of the window that
+    // its ground is measured by.
+    desktop::pointAt(windowTitle(0), QRect(QPoint(0, 0), compositor::outputSize).bottomRight());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "wayland");
     environment.remove("DISPLAY");
