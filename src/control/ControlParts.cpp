@@ -1,10 +1,10 @@
 #include "ControlParts.h"
 
-#include <QPushButton>
+#include "Button.h"
 
 QPushButton *makeButton(const QString &text, const QString &name)
 {
-    auto *button = new QPushButton(text);
+    auto *button = new Button(text);
     button->setAccessibleName(name);
     return button;
 }

@@ -1,5 +1,6 @@
 #include "ControlWindow.h"
 
+#include <QFrame>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QImageReader>
@@ -15,6 +16,7 @@
 
 #include "AboutDialog.h"
 #include "AppSettings.h"
+#include "Button.h"
 #include "ControlParts.h"
 #include "FormParts.h"
 #include "Logo.h"
@@ -133,7 +135,10 @@ QWidget *ControlWindow::buildScrollArea()
     column->addLayout(buildTransportRow());
     column->addLayout(buildAdjustRow());
 
-    column->addWidget(makeLine());
+    QFrame *lineUnderAdjustRow = makeLine();
+    column->addWidget(lineUnderAdjustRow);
+    // The style sheet makes the two buttons higher than their row: their lower borders lie there.
+    lineUnderAdjustRow->stackUnder(plusMinBtn);
     QLayout *setTimeRow = buildSetTimeRow();
     column->addWidget(makeSectionHeader(tr("Set Time"), minSpin));
     column->addLayout(setTimeRow);
@@ -267,7 +272,7 @@ QLayout *ControlWindow::buildMessageRow()
 
 QLayout *ControlWindow::buildBottomRow()
 {
-    outputToggleBtn = new QPushButton;
+    outputToggleBtn = new Button;
     outputToggleBtn->setObjectName(QStringLiteral("outputToggleBtn"));
     offerOutput(true); // at start, whether the Output window is shown yet or not
     outputToggleBtn->setFixedHeight(38);

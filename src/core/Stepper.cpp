@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 
+#include "Button.h"
+
 namespace {
 
 constexpr int stepperHeight = 32;
@@ -29,7 +31,7 @@ const QString rightEdgeStyle =
 // One click is one step: auto-repeat stays off, so that a held button does not run away.
 QPushButton *makeStepButton(const QString &text, const QString &edgeStyle)
 {
-    auto *button = new QPushButton(text);
+    auto *button = new Button(text);
     button->setStyleSheet(buttonStyle + edgeStyle);
     button->setFixedSize(buttonWidth, stepperHeight);
     return button;

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "AppSettings.h"
+#include "Button.h"
 #include "FormParts.h"
 #include "Updater.h"
 
@@ -42,7 +43,7 @@ SettingsDialog::SettingsDialog(AppSettings *settings, QWidget *parent)
     connect(buttonBox, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
     connect(buttonBox, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
 
-    auto *updateBtn = new QPushButton(tr("Check for Updates"));
+    auto *updateBtn = new Button(tr("Check for Updates"));
     updateBtn->setStyleSheet(updateButtonStyle);
     connect(updateBtn, &QPushButton::clicked, this, [] { Updater::checkForPerson(); });
 

@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "AppSettings.h"
+#include "Button.h"
 #include "DialogParts.h"
 #include "FormParts.h"
 #include "Stepper.h"
@@ -73,8 +74,8 @@ QWidget *SettingsDialog::buildClockPage()
 
     column->addWidget(makeSectionHeader(tr("Format")));
     // Exclusive because they share a parent.
-    clock24hrRadio = new QRadioButton(tr("24-hour  (14:30)"));
-    clock12hrRadio = new QRadioButton(tr("12-hour  (2:30 PM)"));
+    clock24hrRadio = new RadioButton(tr("24-hour  (14:30)"));
+    clock12hrRadio = new RadioButton(tr("12-hour  (2:30 PM)"));
     clock24hrRadio->setChecked(settings->clock24hr);
     clock12hrRadio->setChecked(!settings->clock24hr);
     column->addWidget(clock24hrRadio);
@@ -99,7 +100,7 @@ QWidget *SettingsDialog::buildColorsPage()
         tr("Timer — critical"), tr("Clock"),          tr("Message"),
     };
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        auto *button = new QPushButton;
+        auto *button = new Button;
         button->setFixedSize(80, 26);
         setColorButton(button, workingColors[i]);
         connect(button, &QPushButton::clicked, this,
@@ -127,11 +128,11 @@ QWidget *SettingsDialog::buildBackgroundImageRow()
     imageFileLabel->setAccessibleDescription(tr("Background image"));
     showBackgroundImageName();
 
-    auto *browseBtn = new QPushButton(tr("Browse…"));
+    auto *browseBtn = new Button(tr("Browse…"));
     browseBtn->setFixedWidth(80);
     browseBtn->setAccessibleName(tr("Browse for background image"));
     connect(browseBtn, &QPushButton::clicked, this, &SettingsDialog::browseBackgroundImage);
-    auto *clearBtn = new QPushButton(tr("Clear"));
+    auto *clearBtn = new Button(tr("Clear"));
     clearBtn->setFixedWidth(60);
     clearBtn->setAccessibleName(tr("Clear background image"));
     connect(clearBtn, &QPushButton::clicked, this, &SettingsDialog::clearBackgroundImage);
@@ -219,10 +220,10 @@ QLayout *SettingsDialog::buildNewPresetRow()
 {
     newPresetMinSpin = makeSpinBox(0, 999, tr(" min"), 5, tr("New preset minutes"));
     newPresetSecSpin = makeSpinBox(0, 59, tr(" sec"), 0, tr("New preset seconds"));
-    auto *addBtn = new QPushButton(tr("Add"));
+    auto *addBtn = new Button(tr("Add"));
     addBtn->setAccessibleName(tr("Add preset"));
     connect(addBtn, &QPushButton::clicked, this, &SettingsDialog::addPreset);
-    auto *removeBtn = new QPushButton(tr("Remove"));
+    auto *removeBtn = new Button(tr("Remove"));
     removeBtn->setAccessibleName(tr("Remove preset"));
     connect(removeBtn, &QPushButton::clicked, this, &SettingsDialog::removePreset);
 

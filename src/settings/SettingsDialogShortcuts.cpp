@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "AppSettings.h"
+#include "Button.h"
 #include "DialogParts.h"
 
 namespace {
@@ -76,7 +77,7 @@ QWidget *SettingsDialog::buildShortcutsPage()
     hint->setWordWrap(true);
     column->addWidget(hint);
 
-    auto *resetBtn = new QPushButton(tr("Reset All to Defaults"));
+    auto *resetBtn = new Button(tr("Reset All to Defaults"));
     resetBtn->setFixedWidth(150);
     connect(resetBtn, &QPushButton::clicked, this, &SettingsDialog::resetShortcutsToDefaults);
     column->addWidget(resetBtn);
@@ -95,12 +96,12 @@ void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
     keyLabel->setMinimumWidth(120);
     shortcutLabels[index] = keyLabel;
 
-    auto *setKeyBtn = new QPushButton;
+    auto *setKeyBtn = new Button;
     setKeyBtn->setFixedWidth(80);
     connect(setKeyBtn, &QPushButton::clicked, this, [this, row] { startKeyCapture(row); });
     setKeyBtns[index] = setKeyBtn;
 
-    auto *clearBtn = new QPushButton(tr("Clear"));
+    auto *clearBtn = new Button(tr("Clear"));
     clearBtn->setFixedWidth(55);
     clearBtn->setAccessibleName(tr("Clear key for %1").arg(tr(shortcutActions[index].spokenLabel)));
     connect(clearBtn, &QPushButton::clicked, this, [this, row] { clearShortcut(row); });

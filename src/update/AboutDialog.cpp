@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "Button.h"
 #include "FormParts.h"
 #include "Logo.h"
 #include "Maker.h"
@@ -58,7 +59,7 @@ const QString closeStyle =
 
 QPushButton *makeButton(const QString &text, const QString &styleSheet)
 {
-    auto *button = new QPushButton(text);
+    auto *button = new Button(text);
     button->setStyleSheet(styleSheet);
     return button;
 }

@@ -42,6 +42,8 @@ private slots:
     void shownSizes_followTheStyleSheetsMinima_data();
     void shownSizes_followTheStyleSheetsMinima();
     void stepperButtons_areHigherThanTheirFixedHeight();
+    void adjustButtons_showTheirLowerBorders_data();
+    void adjustButtons_showTheirLowerBorders();
     void figure_keepsItsHeight();
     void figure_isDrawnInItsColor();
     void figure_vanishesInTheHiddenPhase();
@@ -160,6 +162,25 @@ void ControlWindowLookTest::stepperButtons_areHigherThanTheirFixedHeight()
         QCOMPARE(button->parentWidget()->height(), 32);
     }
     QCOMPARE(stepButtons, 4);
+}
+
+void ControlWindowLookTest::adjustButtons_showTheirLowerBorders_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("plus") << "+1 min";
+    QTest::newRow("minus") << "−1 min";
+}
+
+// They are higher than their row: the line under it may not cover them.
+void ControlWindowLookTest::adjustButtons_showTheirLowerBorders()
+{
+    QFETCH(QString, text);
+    ControlFixture fixture;
+    fixture.showControl();
+    const QAbstractButton *button = fixture.button(text);
+    QVERIFY(button);
+    const QPoint lowerEdge(button->width() / 2, button->height() - 1);
+    QCOMPARE(pixel(fixture, *button, lowerEdge), QColor("#444444"));
 }
 
 void ControlWindowLookTest::figure_keepsItsHeight()
