@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QEvent>
 #include <QFileInfo>
 #include <QImage>
 #include <QLabel>
@@ -217,6 +218,16 @@ void OutputWindow::showEvent(QShowEvent *event)
     refreshSettings();
 }
 
+// A change of the desktop's theme, of the style or of the application's style sheet polishes the
+// window again, and the sheet's background takes the palette's place. This event follows at once,
+// before anything is drawn. The picture is not read again: nothing of it has changed.
+void OutputWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && ground.style() != Qt::NoBrush)
+        applyGround();
+}
+
 void OutputWindow::applyViewMode()
 {
     if (viewMode < 0 || viewMode > 2)
@@ -251,8 +262,14 @@ void OutputWindow::loadBackground()
     }
     // A picture that cannot be read is silently absent.
     setAutoFillBackground(true);
+    ground = settings->bgColor;
+    applyGround();
+}
+
+void OutputWindow::applyGround()
+{
     QPalette colors = palette();
-    colors.setBrush(QPalette::Window, settings->bgColor);
+    colors.setBrush(QPalette::Window, ground);
     setPalette(colors);
 }
 
