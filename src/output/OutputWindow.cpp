@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
@@ -21,6 +22,8 @@ constexpr int clockIntervalMs = 500;
 constexpr int blinkIntervalMs = 500;
 constexpr double referenceHeight = 1080.0; // pixels; the font sizes of the record hold here
 constexpr int progressMaximum = 1000;
+constexpr int formerPictureLimitMiB = 128; // Qt's own before it became the other one
+constexpr int pictureLimitMiB = 256;       // 67 megapixels; four bytes are counted for each
 
 const QString containerStyle = QStringLiteral("background-color: transparent;");
 const QString figureStyle = QStringLiteral(
@@ -55,6 +58,10 @@ QPixmap readPicture(const QString &path)
     const QFileInfo file(path);
     if (!file.exists() && !file.completeSuffix().isEmpty())
         return {};
+    // The limit is the whole process's, which reads no other picture from a user's file. Only the
+    // older default is raised: what the environment sets, or a later Qt allows, holds.
+    if (QImageReader::allocationLimit() == formerPictureLimitMiB)
+        QImageReader::setAllocationLimit(pictureLimitMiB);
     return QPixmap::fromImage(QImage(path));
 }
 
