@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include "KeyRepetition.h"
+
 struct AppSettings;
 class OutputWindow;
 class QAudioOutput;
@@ -138,6 +140,7 @@ private:
     QShortcut *shortcutPlusMinSc = nullptr;
     QShortcut *shortcutMinusMinSc = nullptr;
     QShortcut *shortcutToggleOutputSc = nullptr;
+    KeyRepetition keyRepetition;
     QWidget *previewWindow = nullptr; // a top-level window, made when first asked for
     QLabel *previewLabel = nullptr;
     QTimer *previewTimer = nullptr;

@@ -19,11 +19,19 @@ void ControlWindow::setupShortcuts()
         shortcut->setContext(Qt::ApplicationShortcut);
         connect(shortcut, &QShortcut::activated, this, action);
     };
-    renew(shortcutStartPauseSc, settings->shortcutStartPause, [this] { toggleStartPause(); });
-    renew(shortcutResetSc, settings->shortcutReset, [this] { engine->reset(); });
+    // A key that is held acts once, except for the minutes.
+    const auto renewOnce = [this, renew](QShortcut *&shortcut, const QString &keys, auto action) {
+        renew(shortcut, keys, [this, action] {
+            if (!keyRepetition.isRepeating())
+                action();
+        });
+        shortcut->setAutoRepeat(false);
+    };
+    renewOnce(shortcutStartPauseSc, settings->shortcutStartPause, [this] { toggleStartPause(); });
+    renewOnce(shortcutResetSc, settings->shortcutReset, [this] { engine->reset(); });
     renew(shortcutPlusMinSc, settings->shortcutPlusMin, [this] { engine->addSeconds(60); });
     renew(shortcutMinusMinSc, settings->shortcutMinusMin, [this] { engine->addSeconds(-60); });
-    renew(shortcutToggleOutputSc, settings->shortcutToggleOutput, [this] { toggleOutput(); });
+    renewOnce(shortcutToggleOutputSc, settings->shortcutToggleOutput, [this] { toggleOutput(); });
 }
 
 void ControlWindow::toggleStartPause()

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QEvent>
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
@@ -20,6 +22,8 @@ constexpr int clockIntervalMs = 500;
 constexpr int blinkIntervalMs = 500;
 constexpr double referenceHeight = 1080.0; // pixels; the font sizes of the record hold here
 constexpr int progressMaximum = 1000;
+constexpr int formerPictureLimitMiB = 128; // Qt's own before it became the other one
+constexpr int pictureLimitMiB = 256;       // 67 megapixels; four bytes are counted for each
 
 const QString containerStyle = QStringLiteral("background-color: transparent;");
 const QString figureStyle = QStringLiteral(
@@ -54,6 +58,10 @@ QPixmap readPicture(const QString &path)
     const QFileInfo file(path);
     if (!file.exists() && !file.completeSuffix().isEmpty())
         return {};
+    // The limit is the whole process's, which reads no other picture from a user's file. Only the
+    // older default is raised: what the environment sets, or a later Qt allows, holds.
+    if (QImageReader::allocationLimit() == formerPictureLimitMiB)
+        QImageReader::setAllocationLimit(pictureLimitMiB);
     return QPixmap::fromImage(QImage(path));
 }
 
@@ -217,6 +225,16 @@ void OutputWindow::showEvent(QShowEvent *event)
     refreshSettings();
 }
 
+// A change of the desktop's theme, of the style or of the application's style sheet polishes the
+// window again, and the sheet's background takes the palette's place. This event follows at once,
+// before anything is drawn. The picture is not read again: nothing of it has changed.
+void OutputWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::StyleChange && ground.style() != Qt::NoBrush)
+        applyGround();
+}
+
 void OutputWindow::applyViewMode()
 {
     if (viewMode < 0 || viewMode > 2)
@@ -251,8 +269,14 @@ void OutputWindow::loadBackground()
     }
     // A picture that cannot be read is silently absent.
     setAutoFillBackground(true);
+    ground = settings->bgColor;
+    applyGround();
+}
+
+void OutputWindow::applyGround()
+{
     QPalette colors = palette();
-    colors.setBrush(QPalette::Window, settings->bgColor);
+    colors.setBrush(QPalette::Window, ground);
     setPalette(colors);
 }
 

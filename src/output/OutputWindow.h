@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBrush>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
@@ -54,11 +55,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void applyViewMode();
     void scaleFonts();
     void loadBackground();
+    void applyGround();
     void updateFigure();
     void updateProgress();
 
@@ -69,6 +72,7 @@ private:
     bool blinkVisible = true;
     bool countUp = false;
     QPixmap bgPixmap;
+    QBrush ground; // no brush until the colour is first used
     int timerFontPx = 150;
     int clockFontPx = 80;
     int messageFontPx = 36;

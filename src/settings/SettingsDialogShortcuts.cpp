@@ -51,6 +51,18 @@ bool isModifierKey(int key)
     return key >= Qt::Key_Shift && key <= Qt::Key_Alt;
 }
 
+// Empty for a sequence without any key. A text that names none is parsed to one that is not empty,
+// but holds unknown keys alone.
+QString nativeText(const QKeySequence &keys)
+{
+    QString text;
+    for (int i = 0; i < keys.count(); ++i) {
+        if (keys[uint(i)].key() != Qt::Key_unknown)
+            text = keys.toString(QKeySequence::NativeText);
+    }
+    return text.trimmed().isEmpty() ? QString() : text;
+}
+
 } // namespace
 
 QWidget *SettingsDialog::buildShortcutsPage()
@@ -119,15 +131,13 @@ void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
 void SettingsDialog::showShortcut(int row)
 {
     const auto index = std::size_t(row);
-    const QKeySequence &keys = shortcutSequences[index];
-    shortcutLabels[index]->setText(keys.isEmpty() ? tr("(none)")
-                                                  : keys.toString(QKeySequence::NativeText));
+    const QString keys = nativeText(shortcutSequences[index]);
+    shortcutLabels[index]->setText(keys.isEmpty() ? tr("(none)") : keys);
     shortcutLabels[index]->setStyleSheet(keyLabelStyle);
     setKeyBtns[index]->setText(tr("Set Key"));
 
     const QString action = tr(shortcutActions[index].spokenLabel);
-    const QString spokenKeys =
-        keys.isEmpty() ? tr("none") : keys.toString(QKeySequence::NativeText);
+    const QString spokenKeys = keys.isEmpty() ? tr("none") : keys;
     shortcutLabels[index]->setAccessibleName(tr("Key for %1: %2").arg(action, spokenKeys));
     setKeyBtns[index]->setAccessibleName(tr("Set key for %1").arg(action));
 }

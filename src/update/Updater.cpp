@@ -126,6 +126,11 @@ void Updater::offer(const QString &version, const QString &downloadUrl, const QS
     box.setAccessibleName(tr("Velmora %1 is available. You have %2.").arg(version, ownVersion));
     if (!releaseNotes.isEmpty())
         setNotes(box, releaseNotes);
+    // The box would follow a link in the version text. It is shown, but only "Download" opens
+    // anything.
+    const QList<QLabel *> labels = box.findChildren<QLabel *>();
+    for (QLabel *label : labels)
+        label->setOpenExternalLinks(false);
     const QPushButton *downloadBtn = box.addButton(tr("Download"), QMessageBox::AcceptRole);
     box.addButton(tr("Later"), QMessageBox::RejectRole);
     box.exec();

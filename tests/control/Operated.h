@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QGuiApplication>
 #include <QString>
 #include <QTest>
 #include <QWidget>
+#include <QWindow>
 
 #include "ControlFixture.h"
 
@@ -10,6 +12,23 @@
 inline void press(QWidget &window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::keyClick(window.windowHandle(), key, modifiers);
+}
+
+/// Holds the key until it has repeated so many times: each time it comes up and goes down again.
+inline void hold(QWidget &window, Qt::Key key, int repetitions)
+{
+    // Hiding the window that has the focus gives the next one the keyboard.
+    const auto send = [&window, key](bool down, bool repeated) {
+        QWindow *focused = QGuiApplication::focusWindow();
+        QTest::simulateEvent(focused ? focused : window.windowHandle(), down, key, Qt::NoModifier,
+                             QString(), repeated);
+    };
+    send(true, false);
+    for (int i = 0; i < repetitions; ++i) {
+        send(false, true);
+        send(true, true);
+    }
+    send(false, false);
 }
 
 /// Gives the keyboard to the window; false if it does not get it.

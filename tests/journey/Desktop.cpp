@@ -185,6 +185,17 @@ void desktop::press(const QString &key, int times)
     press(QStringList(times, key));
 }
 
+desktop::HeldKey::HeldKey(const QString &key)
+    : key(key)
+{
+    outputOf("xdotool", {"keydown", key});
+}
+
+desktop::HeldKey::~HeldKey()
+{
+    outputOf("xdotool", {"keyup", key});
+}
+
 void desktop::type(const QString &text)
 {
     outputOf("xdotool", {"type", "--delay", "40", text});

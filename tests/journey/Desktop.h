@@ -34,6 +34,17 @@ void closeWindow(const QString &title);
 /// Presses keys one after the other, as in {"Tab", "ctrl+a"}.
 void press(const QStringList &keys);
 void press(const QString &key, int times = 1);
+/// A key that is down as long as the object lives; the X server repeats it.
+class HeldKey
+{
+public:
+    explicit HeldKey(const QString &key);
+    ~HeldKey();
+    Q_DISABLE_COPY_MOVE(HeldKey)
+
+private:
+    QString key;
+};
 /// Types a text.
 void type(const QString &text);
 /// Clicks into a window's client area.

@@ -20,6 +20,8 @@ private slots:
     void overtime_countsOn();
     void zero_blinksInBothWindows();
     void plusAndMinusKeys_moveAMinute();
+    void heldMinusKey_repeats();
+    void heldStartKey_startsOnce();
     void resetKey_stopsAndRestoresTheDuration();
     void setTimeRow_loadsTheTypedTime();
 };
@@ -126,6 +128,23 @@ void JourneyFigure::plusAndMinusKeys_moveAMinute()
     AWAIT(outputShows("00:01", warningColour));
     desktop::press("Down");
     AWAIT(outputShows("00:00", criticalColour));
+}
+
+void JourneyFigure::heldMinusKey_repeats()
+{
+    QVERIFY(program.start());
+    AWAIT(outputShows("05:00", normalColour));
+    const desktop::HeldKey down("Down");
+    AWAIT(outputShows("00:00", criticalColour));
+}
+
+// Were it to repeat, no second would pass between a start and the next pause.
+void JourneyFigure::heldStartKey_startsOnce()
+{
+    QVERIFY(program.start());
+    AWAIT(outputShows("05:00", normalColour));
+    const desktop::HeldKey space("space");
+    AWAIT(outputSeconds(5 * 60, normalColour, 300) < 5 * 60 - 2);
 }
 
 void JourneyFigure::resetKey_stopsAndRestoresTheDuration()

@@ -16,6 +16,7 @@ private slots:
     void windows_haveTheClassOfTheDesktopEntry();
     void title_showsTheLogo();
     void toggleKey_hidesAndShowsOutput();
+    void heldToggleKey_hidesOnce();
     void toggleButton_hidesAndShowsOutput();
     void keys_workWhileOutputHasTheFocus();
     void preview_showsWhatTheAudienceSeesAndGoesWithIt();
@@ -66,6 +67,16 @@ void JourneyWindows::toggleKey_hidesAndShowsOutput()
     desktop::press("o");
     AWAIT(desktop::windowGeometry(outputTitle) == desktop::secondMonitor);
     AWAIT(outputShows("05:00", normalColour));
+}
+
+void JourneyWindows::heldToggleKey_hidesOnce()
+{
+    constexpr int manyRepetitionsMs = 3000;
+    QVERIFY(program.start());
+    AWAIT(outputShows("05:00", normalColour));
+    const desktop::HeldKey toggle("o");
+    AWAIT(!desktop::hasWindow(outputTitle));
+    QVERIFY(!QTest::qWaitFor([] { return desktop::hasWindow(outputTitle); }, manyRepetitionsMs));
 }
 
 void JourneyWindows::toggleButton_hidesAndShowsOutput()

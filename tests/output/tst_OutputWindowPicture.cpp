@@ -24,6 +24,8 @@ private slots:
     void nameWithoutSuffix_findsThePicture();
     void unusablePicture_showsTheColour_data();
     void unusablePicture_showsTheColour();
+    void largePicture_isShownUpToTheLimit_data();
+    void largePicture_isShownUpToTheLimit();
     void picture_isReadAnew_data();
     void picture_isReadAnew();
     void pictureThatIsGone_givesWayToTheColour();
@@ -125,6 +127,31 @@ void OutputWindowPictureTest::unusablePicture_showsTheColour()
     window.show();
     QCOMPARE(cornerColour(window), ground);
     QVERIFY(window.autoFillBackground());
+}
+
+void OutputWindowPictureTest::largePicture_isShownUpToTheLimit_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QColor>("seen");
+    QTest::newRow("camera's, 40 megapixels") << QSize(8000, 5000) << QColor(Qt::red);
+    QTest::newRow("256 MiB") << QSize(8192, 8192) << QColor(Qt::red);
+    QTest::newRow("a line more") << QSize(8192, 8193) << ground;
+}
+
+// Every pixel counts four bytes, whatever it takes in the file.
+void OutputWindowPictureTest::largePicture_isShownUpToTheLimit()
+{
+    QFETCH(QSize, size);
+    QFETCH(QColor, seen);
+    QImage picture(size, QImage::Format_Mono);
+    picture.setColorTable({QColor(Qt::red).rgb(), QColor(Qt::red).rgb()});
+    picture.fill(0);
+    QVERIFY(picture.save(path("large.png")));
+    settings.bgImageEnabled = true;
+    settings.bgImagePath = path("large.png");
+    OutputWindow window(&settings);
+    window.show();
+    QCOMPARE(cornerColour(window), seen);
 }
 
 void OutputWindowPictureTest::picture_isReadAnew_data()

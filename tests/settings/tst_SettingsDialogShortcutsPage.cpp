@@ -185,11 +185,23 @@ void SettingsDialogShortcutsPageTest::sequence_isShownAndStoredPortably_data()
     QTest::newRow("long name") << "Delete"
                                << "Del"
                                << "Del";
-    // A text that names no key is no empty sequence to the toolkit, but one without text.
-    const QKeySequence unknown(QStringLiteral("no such key"), QKeySequence::NativeText);
-    QTest::newRow("no key") << "no such key"
-                            << (unknown.isEmpty() ? QStringLiteral("(none)") : unknown.toString())
-                            << unknown.toString();
+    // A text that names no key is no empty sequence to Qt. What it is written as is left to Qt.
+    const auto nothing = [](const char *name, const QString &text) {
+        const QKeySequence keys(text, QKeySequence::NativeText);
+        QTest::newRow(name) << text << "(none)" << keys.toString(QKeySequence::PortableText);
+    };
+    nothing("no key", "no such key");
+    nothing("no key, with a modifier", "Ctrl+Nonsense");
+    nothing("two that are none", "Nonsense, Ctrl+Nonsense");
+    nothing("a modifier alone", "Ctrl+");
+    // Qt 6.11 takes several blanks for the space bar, and has a sign for a tabulator.
+    for (const QString &text : {QStringLiteral("   "), QStringLiteral("\t")}) {
+        const QKeySequence keys(text, QKeySequence::NativeText);
+        const QString sign = keys.toString(QKeySequence::NativeText).trimmed();
+        QTest::addRow("blanks, %d", int(text.size()))
+            << text << (sign.isEmpty() ? QStringLiteral("(none)") : sign)
+            << keys.toString(QKeySequence::PortableText);
+    }
 }
 
 void SettingsDialogShortcutsPageTest::sequence_isShownAndStoredPortably()

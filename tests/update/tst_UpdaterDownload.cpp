@@ -1,5 +1,6 @@
 #include "Updater.h"
 
+#include <QLabel>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -24,6 +25,8 @@ private slots:
     void download_opensHttpsAddressesOnly();
     void anyOtherEnd_opensNothing_data();
     void anyOtherEnd_opensNothing();
+    void linkInTheVersion_isNotFollowed_data();
+    void linkInTheVersion_isNotFollowed();
 };
 
 void UpdaterDownloadTest::initTestCase()
@@ -111,6 +114,41 @@ void UpdaterDownloadTest::anyOtherEnd_opensNothing()
     QVERIFY(stage.settle());
     QCOMPARE(stage.boxes().size(), 1);
     QVERIFY(stage.opened().isEmpty());
+}
+
+void UpdaterDownloadTest::linkInTheVersion_isNotFollowed_data()
+{
+    QTest::addColumn<QString>("address");
+    for (const char *address :
+         {"https://link.example/", "http://link.example/", "file:///etc/hostname"})
+        QTest::addRow("%s", address) << address;
+}
+
+void UpdaterDownloadTest::linkInTheVersion_isNotFollowed()
+{
+    QFETCH(QString, address);
+    UpdateStage stage;
+    stage.server.setAnswer(
+        httpAnswer(updateDocument("2.0.0.<a href=\"" + address + "\">newest</a>")));
+    QStringList clicked;
+    stage.setAction([&](QMessageBox &box) {
+        const QList<QLabel *> labels = box.findChildren<QLabel *>();
+        for (QLabel *label : labels) {
+            connect(label, &QLabel::linkActivated, label,
+                    [&](const QString &link) { clicked.append(link); });
+            for (int x = 0; x < label->width(); x += 8) {
+                for (int y = 0; y < label->height(); y += 8)
+                    QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, QPoint(x, y));
+            }
+        }
+        QTest::keyClick(&box, Qt::Key_Tab);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    Updater updater;
+    updater.check(true);
+    QVERIFY(stage.settle());
+    QCOMPARE(stage.opened(), QStringList());
+    QVERIFY(clicked.contains(address));
 }
 
 VELMORA_TEST_MAIN(UpdaterDownloadTest)

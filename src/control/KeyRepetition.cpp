@@ -1,0 +1,28 @@
+#include "KeyRepetition.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+KeyRepetition::KeyRepetition(QObject *parent)
+    : QObject(parent)
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        qApp->installEventFilter(this);
+}
+
+// A shortcut takes the press away, but the question whether anybody else wants it comes first.
+bool KeyRepetition::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isRelease = event->type() == QEvent::KeyRelease;
+    if (isRelease || event->type() == QEvent::ShortcutOverride) {
+        if (const auto *key = dynamic_cast<const QKeyEvent *>(event)) {
+            repeating = !isRelease && key->nativeScanCode() == releasedKey
+                && key->timestamp() == releaseTime;
+            if (isRelease) {
+                releasedKey = key->nativeScanCode();
+                releaseTime = key->timestamp();
+            }
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
