@@ -4,7 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#ifdef VELMORA_LEAK_CHECK
 #include <sanitizer/lsan_interface.h>
+#endif
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -28,10 +30,12 @@ void handleMessage(QtMsgType type, const QMessageLogContext & /*context*/, const
 // Ever more rarely, as a check takes longer than an input.
 void checkForLeaks()
 {
+#ifdef VELMORA_LEAK_CHECK
     static int inputs = 0;
     ++inputs;
     if (inputs >= 16 && (inputs & (inputs - 1)) == 0)
         require(__lsan_do_recoverable_leak_check() == 0, "Memory is lost, see above");
+#endif
 }
 
 } // namespace
