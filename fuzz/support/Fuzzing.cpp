@@ -48,6 +48,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     qputenv("XDG_CONFIG_HOME", home->filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", home->filePath(QStringLiteral("data")).toUtf8());
     qputenv("XDG_CACHE_HOME", home->filePath(QStringLiteral("cache")).toUtf8());
+    qputenv("TMPDIR", home->path().toUtf8()); // what targets keep goes with it
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(handleMessage);
 
