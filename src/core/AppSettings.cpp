@@ -19,7 +19,7 @@ constexpr int mostPresets = 10000;
 bool isReadable(const QSettings &store)
 {
     try {
-        store.childKeys(); // has the whole file parsed
+        static_cast<void>(store.childKeys()); // has the whole file parsed
         return true;
     } catch (const std::bad_alloc &) {
         return false;
