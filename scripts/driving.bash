@@ -54,6 +54,7 @@ resize_control() {
 }
 
 start_velmora() {
+    # shellcheck disable=SC2154 # the caller's
     "${velmora[@]}" 2>"$log" &
     velmora_pid=$!
     await 30 "the Control window did not come up" has_window "Velmora — Control"

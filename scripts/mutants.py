@@ -26,7 +26,8 @@ FUNCTIONS = (
 STATEMENT_BEGINS = {";", "{", "}", ")", "else", "emit"}
 
 # A declaration of a style sheet: its name and its value.
-DECLARATION = re.compile(r"([a-z][a-z-]*)(\s*:\s*)([^:;{}\"]*[^:;{}\"\s]|qlineargradient\([^;]*)(?=\s*;)")
+DECLARATION = re.compile(
+    r"([a-z][a-z-]*)(\s*:\s*)([^:;{}\"]*[^:;{}\"\s]|qlineargradient\([^;]*)(?=\s*;)")
 SELECTOR = re.compile(r"\bQ[A-Z]\w*(?=[^{};]*\{)")
 
 
@@ -196,7 +197,8 @@ class Source:
         def add(operator, first, last, replacement):
             # Places in the text are characters, those in the file are bytes.
             offset = start + len(text[:first].encode())
-            self.add(operator, offset, offset + len(text[first:last].encode()), replacement.encode())
+            size = len(text[first:last].encode())
+            self.add(operator, offset, offset + size, replacement.encode())
 
         if text.startswith("'"):
             escaped = text[1] == "\\"

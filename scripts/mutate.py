@@ -521,7 +521,8 @@ def report(chosen, results):
     killed = total[KILLED] + total[TIMED_OUT]
     counted = killed + total[SURVIVED]
     share = 100 * killed / counted if counted else 100.0
-    print(f"\nEquivalent, with a reason: {total[EQUIVALENT]}. Not compilable: {total[UNCOMPILABLE]}.")
+    print(f"\nEquivalent, with a reason: {total[EQUIVALENT]}. "
+          f"Not compilable: {total[UNCOMPILABLE]}.")
     print(f"Killed: {killed} of {counted}, {share:.1f} %")
     return killed, share
 
@@ -571,7 +572,8 @@ def main():
     known = set().union(*(equivalent_keys(mutant) for mutant in found))
     stale = [line for key, line in equivalents.items() if key not in known]
     for line in stale:
-        print(f"{EQUIVALENTS.relative_to(PROJECT)} lists what is no change of src/ any more: {line}")
+        print(f"{EQUIVALENTS.relative_to(PROJECT)} lists what is no change of src/ any more: "
+              f"{line}")
 
     def is_equivalent(mutant):
         return not equivalents.keys().isdisjoint(equivalent_keys(mutant))

@@ -20,8 +20,8 @@ void require(bool holds, const char *what, const QString &detail);
 void onWarning(void (*handler)(const QString &text));
 
 /// The bytes of one input, taken piece by piece from the front. Where none are left, a piece
-/// is empty or 0. Every target makes one for each input, which now and then looks for memory that
-/// earlier inputs have lost.
+/// is empty or 0. Every target makes one for each input, which with the sanitizers looks now and
+/// then for memory that earlier inputs have lost.
 class Input
 {
 public:

@@ -1,7 +1,9 @@
 #include "AppSettings.h"
 
 #include <algorithm>
+#include <new>
 
+#include <QFile>
 #include <QSettings>
 
 namespace {
@@ -13,32 +15,51 @@ constexpr char storeApplication[] = "Velmora";
 // Far more presets than anyone keeps: a damaged size must not hold the start up.
 constexpr int mostPresets = 10000;
 
-bool readBool(const QSettings &store, const char *key, bool fallback)
+// From 6.11 on, Qt throws where a stored value names more entries than memory can hold.
+bool isReadable(const QSettings &store)
 {
-    return store.value(QLatin1String(key), fallback).toBool();
+    try {
+        static_cast<void>(store.childKeys()); // has the whole file parsed
+        return true;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
 }
 
-QString readText(const QSettings &store, const char *key, const char *fallback = "")
+// Without a store, the fallback.
+QVariant readValue(const QSettings *store, const char *key, const QVariant &fallback)
 {
-    return store.value(QLatin1String(key), QLatin1String(fallback)).toString();
+    return store ? store->value(QLatin1String(key), fallback) : fallback;
+}
+
+bool readBool(const QSettings *store, const char *key, bool fallback)
+{
+    return readValue(store, key, fallback).toBool();
+}
+
+QString readText(const QSettings *store, const char *key, const char *fallback = "")
+{
+    return readValue(store, key, QLatin1String(fallback)).toString();
 }
 
 // Not validated: a text that names no colour yields an invalid one.
-QColor readColor(const QSettings &store, const char *key, const char *fallback)
+QColor readColor(const QSettings *store, const char *key, const char *fallback)
 {
     return QColor::fromString(readText(store, key, fallback));
 }
 
-int readInt(const QSettings &store, const char *key, int fallback, int minimum, int maximum)
+int readInt(const QSettings *store, const char *key, int fallback, int minimum, int maximum)
 {
-    return std::clamp(store.value(QLatin1String(key), fallback).toInt(), minimum, maximum);
+    return std::clamp(readValue(store, key, fallback).toInt(), minimum, maximum);
 }
 
 } // namespace
 
 void loadSettings(AppSettings &settings)
 {
-    QSettings store(QLatin1String{storeOrganization}, QLatin1String{storeApplication});
+    QSettings stored(QLatin1String{storeOrganization}, QLatin1String{storeApplication});
+    // A file that cannot be read counts as one with nothing in it, and stays as it is.
+    QSettings *const store = isReadable(stored) ? &stored : nullptr;
 
     settings.clock24hr = readBool(store, "clock24hr", true);
     settings.clockShowSeconds = readBool(store, "clockShowSeconds", true);
@@ -71,23 +92,27 @@ void loadSettings(AppSettings &settings)
     settings.shortcutMinusMin = readText(store, "shortcutMinusMin", "Down");
     settings.shortcutToggleOutput = readText(store, "shortcutToggleOutput", "O");
 
-    const int presetCount = std::min(store.beginReadArray(QStringLiteral("presets")), mostPresets);
-    if (presetCount < 1) {
-        // An empty list never survives a restart: the presets from before the load stay.
-        store.endArray();
+    // An empty list never survives a restart: the presets from before the load stay.
+    const int presetCount =
+        store ? std::min(store->beginReadArray(QStringLiteral("presets")), mostPresets) : 0;
+    if (presetCount < 1)
         return;
-    }
     settings.presets.clear();
     for (int i = 0; i < presetCount; ++i) {
-        store.setArrayIndex(i);
-        settings.presets.append(store.value(QStringLiteral("val")).toInt());
+        store->setArrayIndex(i);
+        settings.presets.append(store->value(QStringLiteral("val")).toInt());
     }
-    store.endArray();
+    store->endArray();
 }
 
 void saveSettings(const AppSettings &settings)
 {
     QSettings store(QLatin1String{storeOrganization}, QLatin1String{storeApplication});
+    if (!isReadable(store)) {
+        // Qt reads the file before it writes, and would not get to that.
+        QFile::resize(store.fileName(), 0);
+        store.sync();
+    }
     const auto write = [&store](const char *key, const QVariant &value) {
         store.setValue(QLatin1String(key), value);
     };
