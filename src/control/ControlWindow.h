@@ -98,9 +98,13 @@ private:
     void setupShortcuts();
     void toggleStartPause();
     void setupPlayer();
+    void setupAudioOutput();
     void checkCue();
     void testCue();
-    void reattachAudioOutput();
+    bool preparePlayer();
+    bool prepareOldestPlayer();
+    void playOpened();
+    void reopenSource();
     void showSoundFileName();
 
     void chooseDirection(bool countUp);
