@@ -10,6 +10,8 @@
 #include "AppSettings.h"
 #include "Figure.h"
 #include "OutputWindow.h"
+#include "PresetStrip.h"
+#include "ScreenPlacement.h"
 #include "SettingsDialog.h"
 #include "StyleSheet.h"
 #include "TimerEngine.h"
@@ -31,6 +33,7 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     , settings(settings)
     , engine(engine)
     , output(output)
+    , preview(output)
 {
     setWindowTitle(tr("Velmora — Control"));
     setMinimumSize(480, 420);
@@ -45,20 +48,14 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     setupShortcuts();
 
     previewTimer = new QTimer(this);
-    connect(previewTimer, &QTimer::timeout, this, &ControlWindow::refreshPreview);
+    connect(previewTimer, &QTimer::timeout, this, [this] { preview.refresh(); });
     previewTimer->start(previewIntervalMs);
 
     blinkTimer = new QTimer(this);
     blinkTimer->setInterval(blinkIntervalMs);
     connect(blinkTimer, &QTimer::timeout, this, &ControlWindow::toggleBlink);
 
-    redrawPreview(engine->remaining());
-}
-
-ControlWindow::~ControlWindow()
-{
-    // The preview has no parent, so that it is a window of its own right; nobody else frees it.
-    delete previewWindow;
+    redrawFigure(engine->remaining());
 }
 
 // Only a tick checks the cue. The blink's return, a settings change and the first drawing
@@ -68,7 +65,7 @@ void ControlWindow::onTimerTick(int seconds)
 {
     if (seconds == 0)
         checkCue();
-    redrawPreview(seconds);
+    redrawFigure(seconds);
 }
 
 // The only place that enables or disables START and PAUSE; both are enabled at start.
@@ -110,12 +107,12 @@ void ControlWindow::onViewChanged(int mode)
 
 void ControlWindow::onSettingsChanged()
 {
-    fillPresetList();
+    presetList->refill();
     // The engine keeps its duration: a new default takes effect when "Set" is pressed.
     showInSetTimeRow(settings->defaultDuration);
     engine->setOvertimeEnabled(settings->overtimeEnabled);
     output->refreshSettings();
-    redrawPreview(engine->remaining());
+    redrawFigure(engine->remaining());
     setupShortcuts();
 }
 
@@ -153,6 +150,32 @@ void ControlWindow::chooseDirection(bool countUp)
     onCountModeChanged(countUp);
 }
 
+void ControlWindow::toggleOutput()
+{
+    if (output->isVisible()) {
+        output->hide();
+        offerOutput(true);
+        return;
+    }
+    showOnOtherScreen(*output, *this);
+    offerOutput(false);
+}
+
+// What the button offers next: to show the Output window, or to hide it.
+void ControlWindow::offerOutput(bool showing)
+{
+    outputToggleBtn->setText(showing ? tr("▶  Show Output Window") : tr("■  Hide Output Window"));
+    outputToggleBtn->setAccessibleName(showing ? tr("Show Output Window")
+                                               : tr("Hide Output Window"));
+}
+
+// Loading never starts the timer; a running count stops at the new value.
+void ControlWindow::onPreset(int secs)
+{
+    loadDuration(secs);
+    showInSetTimeRow(secs);
+}
+
 int ControlWindow::setTimeSeconds() const
 {
     return minSpin->value() * 60 + secSpin->value();
@@ -164,9 +187,9 @@ void ControlWindow::showInSetTimeRow(int secs)
     secSpin->setValue(secs % 60);
 }
 
-void ControlWindow::redrawPreview(int seconds)
+void ControlWindow::redrawFigure(int seconds)
 {
-    controlBlink(seconds);
+    updateBlink(seconds);
     if (!blinkVisible)
         return; // the blink's return shows it again
 
@@ -179,7 +202,7 @@ void ControlWindow::redrawPreview(int seconds)
 
 // Blinking starts at zero of a count-down and ends at a positive count or in a count-up;
 // overtime leaves it as it is, and so does zero itself while it runs.
-void ControlWindow::controlBlink(int seconds)
+void ControlWindow::updateBlink(int seconds)
 {
     if (engine->isCountUp() || seconds > 0) {
         if (blinkTimer->isActive()) {
@@ -196,7 +219,7 @@ void ControlWindow::toggleBlink()
 {
     blinkVisible = !blinkVisible;
     if (blinkVisible)
-        redrawPreview(engine->remaining());
+        redrawFigure(engine->remaining());
     else
         timerPreview->setStyleSheet(figureStyle.arg(QStringLiteral("transparent")));
 }

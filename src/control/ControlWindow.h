@@ -3,16 +3,16 @@
 #include <QMainWindow>
 
 #include "KeyRepetition.h"
+#include "OutputPreview.h"
 
 struct AppSettings;
 class OutputWindow;
+class PresetStrip;
 class QAudioOutput;
 class QCheckBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QListWidget;
-class QListWidgetItem;
 class QMediaPlayer;
 class QPushButton;
 class QShortcut;
@@ -21,7 +21,7 @@ class QTimer;
 class QVBoxLayout;
 class TimerEngine;
 
-/// The operator's window: preview figure, transport, time, presets, view, message, cue.
+/// The operator's window: figure, transport, time, presets, view, message, cue.
 ///
 /// It keeps no time of its own. It drives the one engine and the one Output window,
 /// which hold the truth; its buttons carry no state beyond checked and enabled. What it
@@ -36,11 +36,10 @@ public:
     /// @p engine. Nothing is owned; all three must outlive the window.
     ControlWindow(AppSettings *settings, TimerEngine *engine, OutputWindow *output,
                   QWidget *parent = nullptr);
-    ~ControlWindow() override;
 
 public slots:
-    /// The engine's count is now @p seconds: at 0 checks the cue, then controls the
-    /// preview's blink and redraws it.
+    /// The engine's count is now @p seconds: at 0 checks the cue, then starts or ends the blink
+    /// and redraws the figure.
     void onTimerTick(int seconds);
     /// The engine was started or stopped: START and PAUSE follow; a stop re-arms the cue.
     void onStateChanged(bool running);
@@ -58,7 +57,7 @@ public slots:
     /// Loads a duration of @p secs seconds as a click on its preset does.
     void onPreset(int secs);
     /// The record has changed and is saved: presets, Set Time row, Output window,
-    /// preview and shortcuts follow. The running count does not.
+    /// figure and shortcuts follow. The running count does not.
     void onSettingsChanged();
     /// Runs the settings dialog; returns when it has been closed.
     void openSettings();
@@ -86,11 +85,6 @@ private:
     void buildCue(QVBoxLayout *column);
     QLayout *buildBottomRow();
 
-    void buildPresetList();
-    void fillPresetList();
-    void appendPresetItem(int secs);
-    void addPreset();
-    void storePresetOrder();
     void loadDuration(int secs);
     void showInSetTimeRow(int secs);
     int setTimeSeconds() const;
@@ -108,12 +102,10 @@ private:
     void showSoundFileName();
 
     void chooseDirection(bool countUp);
-    void redrawPreview(int seconds);
-    void controlBlink(int seconds);
+    void redrawFigure(int seconds);
+    void updateBlink(int seconds);
     void toggleBlink();
     void offerOutput(bool showing);
-    void togglePreview();
-    void refreshPreview();
 
     AppSettings *settings;
     TimerEngine *engine;
@@ -128,7 +120,7 @@ private:
     QPushButton *minusMinBtn = nullptr;
     QPushButton *countdownBtn = nullptr;
     QPushButton *countUpBtn = nullptr;
-    QListWidget *presetList = nullptr;
+    PresetStrip *presetList = nullptr;
     QPushButton *viewTimerBtn = nullptr;
     QPushButton *viewClockBtn = nullptr;
     QPushButton *viewBothBtn = nullptr;
@@ -145,8 +137,7 @@ private:
     QShortcut *shortcutMinusMinSc = nullptr;
     QShortcut *shortcutToggleOutputSc = nullptr;
     KeyRepetition keyRepetition;
-    QWidget *previewWindow = nullptr; // a top-level window, made when first asked for
-    QLabel *previewLabel = nullptr;
+    OutputPreview preview;
     QTimer *previewTimer = nullptr;
     QTimer *blinkTimer = nullptr;
     bool blinkVisible = true;

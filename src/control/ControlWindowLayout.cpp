@@ -6,7 +6,6 @@
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
@@ -20,6 +19,8 @@
 #include "ControlParts.h"
 #include "FormParts.h"
 #include "Logo.h"
+#include "OutputWindow.h"
+#include "PresetStrip.h"
 #include "Stepper.h"
 #include "TimerEngine.h"
 
@@ -144,7 +145,8 @@ QWidget *ControlWindow::buildScrollArea()
     column->addLayout(setTimeRow);
 
     column->addWidget(makeLine());
-    buildPresetList();
+    presetList = new PresetStrip(settings);
+    connect(presetList, &PresetStrip::presetClicked, this, &ControlWindow::onPreset);
     column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder"), presetList));
     column->addWidget(presetList);
 
@@ -225,7 +227,8 @@ QLayout *ControlWindow::buildSetTimeRow()
     QPushButton *addToPresetBtn = makeButton(tr("Add to Preset"), tr("Add to presets"));
     addToPresetBtn->setFixedSize(100, 32);
     addToPresetBtn->setStyleSheet(addToPresetStyle);
-    connect(addToPresetBtn, &QPushButton::clicked, this, &ControlWindow::addPreset);
+    connect(addToPresetBtn, &QPushButton::clicked, this,
+            [this] { presetList->add(setTimeSeconds()); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(makeStepper(minSpin));
@@ -270,6 +273,19 @@ QLayout *ControlWindow::buildMessageRow()
     return row;
 }
 
+void ControlWindow::onPushMessage()
+{
+    const QString message = messageEdit->text().trimmed();
+    if (!message.isEmpty())
+        output->setMessage(message);
+}
+
+void ControlWindow::onClearMessage()
+{
+    output->clearMessage();
+    messageEdit->clear();
+}
+
 QLayout *ControlWindow::buildBottomRow()
 {
     outputToggleBtn = new Button;
@@ -280,7 +296,7 @@ QLayout *ControlWindow::buildBottomRow()
 
     QPushButton *previewBtn = makeFixedWidth(tr("Preview"), tr("Output preview"), 100);
     previewBtn->setFixedHeight(38);
-    connect(previewBtn, &QPushButton::clicked, this, &ControlWindow::togglePreview);
+    connect(previewBtn, &QPushButton::clicked, this, [this] { preview.toggle(); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(outputToggleBtn);

@@ -1,11 +1,9 @@
 #include "ControlWindow.h"
 
 #include <QKeySequence>
-#include <QLineEdit>
 #include <QShortcut>
 
 #include "AppSettings.h"
-#include "OutputWindow.h"
 #include "TimerEngine.h"
 
 void ControlWindow::setupShortcuts()
@@ -40,17 +38,4 @@ void ControlWindow::toggleStartPause()
         engine->pause();
     else
         engine->start();
-}
-
-void ControlWindow::onPushMessage()
-{
-    const QString message = messageEdit->text().trimmed();
-    if (!message.isEmpty())
-        output->setMessage(message);
-}
-
-void ControlWindow::onClearMessage()
-{
-    output->clearMessage();
-    messageEdit->clear();
 }
