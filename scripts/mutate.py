@@ -29,8 +29,8 @@ EQUIVALENTS = PROJECT / "tests/mutation-equivalents.md"
 
 # The folders of tests from what depends on nothing to what depends on all.
 FOLDERS = ["timer", "core", "output", "update", "settings", "docs", "control"]
-# They ask the compiler, or the tests themselves.
-NOT_ASKED = {"Architecture", "BehaviourIndex"}
+# It asks the compiler.
+NOT_ASKED = {"Architecture"}
 TESTS_AT_ONCE = 3
 
 KILLED, TIMED_OUT, SURVIVED, UNCOMPILABLE, EQUIVALENT = (

@@ -240,6 +240,7 @@ void ControlWindowBlinkTest::overtime_goesOnBlinking()
     QVERIFY(fixture.blinkTimer()->isActive());
 }
 
+// Unlike in the Output window. The next drawing of the figure ends it.
 void ControlWindowBlinkTest::directionChange_doesNotEndTheBlink()
 {
     ControlFixture fixture;
@@ -276,6 +277,7 @@ void ControlWindowBlinkTest::blinkSetting_switchedOnInOvertime_doesNotStartIt()
     QVERIFY(!fixture.blinkTimer()->isActive());
 }
 
+// The Output window waits for the next zero instead.
 void ControlWindowBlinkTest::blinkSetting_switchedOnAtZero_startsWithTheRedraw()
 {
     AppSettings record;

@@ -174,6 +174,7 @@ void ControlWindowCuePlayerTest::brokenFile_isSilentAndDelaysNothing()
     QVERIFY(!QApplication::activeModalWidget()); // nothing is said about it
 }
 
+// Unlike a cue without a file, or one that is switched off.
 void ControlWindowCuePlayerTest::brokenFile_usesUpTheZero()
 {
     CueFixture fixture(withCue(files.file("text.wav", "This is no sound.\n")));

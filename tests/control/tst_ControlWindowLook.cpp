@@ -64,6 +64,7 @@ void ControlWindowLookTest::scrollContent_showsItsHooksByTheirBorders_data()
     QTest::newRow("minus") << "−1 min" << QColor("#444444");
 }
 
+// The content's own sheet sets the ground of every button in it, so only the borders differ.
 void ControlWindowLookTest::scrollContent_showsItsHooksByTheirBorders()
 {
     QFETCH(QString, text);
@@ -148,6 +149,7 @@ void ControlWindowLookTest::shownSizes_followTheStyleSheetsMinima()
         QCOMPARE(button->width(), width);
 }
 
+// The application's sheet outweighs the fixed 32; the row stays at 32 and cuts them off.
 void ControlWindowLookTest::stepperButtons_areHigherThanTheirFixedHeight()
 {
     ControlFixture fixture;

@@ -49,6 +49,7 @@ private slots:
     void keyPress_isNotHandled();
 };
 
+// Although the window is shown: toggleOutput() alone changes the text.
 void ControlWindowOutputTest::toggleButton_saysShowAtStart()
 {
     ControlFixture fixture;

@@ -269,6 +269,7 @@ void ControlWindowPreviewTest::afterTheOutputCameBack_theSameWindowOpens()
     QVERIFY(preview->isVisible());
 }
 
+// It closes with its next refresh, or the program ends with it; see ControlWindowOutput.
 void ControlWindowPreviewTest::closingTheControlWindow_leavesThePreviewOpen()
 {
     const PreviewFixture fixture;

@@ -216,6 +216,7 @@ void ControlWindowShortcutKeysTest::unparsableText_isSilent()
     QCOMPARE(operated.state(), QStringLiteral("stopped 300 shown"));
 }
 
+// Qt takes the key as ambiguous, and nothing is said about it.
 void ControlWindowShortcutKeysTest::equalKeys_fireNeither()
 {
     AppSettings settings;

@@ -213,6 +213,7 @@ void ControlWindowWidgetsTest::checkableButtons_areCheckedAtStart()
     QVERIFY(!fixture.button(text)->group());
 }
 
+// PAUSE as well: only a reported change of state disables one of the two.
 void ControlWindowWidgetsTest::transport_isEnabledAtStart()
 {
     const ControlFixture fixture;

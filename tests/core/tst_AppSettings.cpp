@@ -107,6 +107,7 @@ void AppSettingsTest::fresh_holdsTheStartUpDefaults()
     QCOMPARE(differingFields(expected, fieldsOf({})), QStringList());
 }
 
+// 150 px before the first load and 300 px after it: the difference is intended.
 void AppSettingsTest::fresh_isUnlikeAFirstRunOnlyInTheTimersFont()
 {
     AppSettings settings;

@@ -132,12 +132,14 @@ void AppSettingsPresetsTest::emptyList_isStoredAsSizeZero()
     QVERIFY(!storeBytes().contains("val="));
 }
 
+// A stored size of 0 counts as no list, so the default presets hold.
 void AppSettingsPresetsTest::emptyList_givesBackTheDefaultsAfterARestart()
 {
     savePresets({});
     QCOMPARE(loadedPresets(), defaultPresets);
 }
 
+// Intended: Qt removes no element, and only the size says how many are read.
 void AppSettingsPresetsTest::shorterList_leavesStaleElementsBehind()
 {
     savePresets({10, 20, 30, 40});

@@ -278,6 +278,7 @@ void StartupTest::tick_reachesTheOutputWindowOnce()
     });
 }
 
+// Intended: the start shows the window without toggleOutput(), which alone changes the text.
 void StartupTest::toggleButton_offersToShowTheShownWindow()
 {
     run([] {

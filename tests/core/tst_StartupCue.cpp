@@ -42,6 +42,7 @@ void StartupCueTest::init()
     removeStore();
 }
 
+// The first state, which starts the blink at zero, plays no cue.
 void StartupCueTest::storedZero_isFirstHeardWhenItIsReached()
 {
     const CueFiles files;

@@ -237,6 +237,7 @@ void OutputWindowTest::setMessage_showsTheTextAsItIs_data()
     QTest::newRow("beyond Latin") << "⏱ 五分";
 }
 
+// Neither escaped nor forced to plain text: the label draws what looks like mark-up as such.
 void OutputWindowTest::setMessage_showsTheTextAsItIs()
 {
     QFETCH(QString, message);

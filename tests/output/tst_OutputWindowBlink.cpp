@@ -139,6 +139,8 @@ void OutputWindowBlinkTest::blink_startsAndEnds_data()
         << Steps{tick(0), countUp(false), tick(-1)} << false;
 }
 
+// Setting the direction ends the blink here, unlike in the Control window. Switching the
+// setting off ends it in neither.
 void OutputWindowBlinkTest::blink_startsAndEnds()
 {
     QFETCH(QList<Step>, steps);

@@ -100,6 +100,7 @@ void OutputWindowLookTest::colour_ignoresTheCountDirection_data()
     QTest::newRow("below zero") << -5 << critical;
 }
 
+// Unlike the Control window's figure, which is in the normal colour while counting up.
 void OutputWindowLookTest::colour_ignoresTheCountDirection()
 {
     QFETCH(int, seconds);

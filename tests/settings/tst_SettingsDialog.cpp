@@ -245,6 +245,7 @@ void SettingsDialogTest::ok_reportsAfterSavingAndBeforeClosing()
     QCOMPARE(order, QStringList({"changed", "accepted"}));
 }
 
+// The Control window edits and saves the sound; the dialog has no control for it.
 void SettingsDialogTest::ok_leavesSoundToTheRecord()
 {
     AppSettings record = unusualRecord();

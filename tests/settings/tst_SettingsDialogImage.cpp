@@ -189,6 +189,7 @@ void SettingsDialogImageTest::fileDialog_cancelled_changesNothing()
     QVERIFY(!record.bgImageEnabled);
 }
 
+// Unlike a file for the cue, whose switch is left alone.
 void SettingsDialogImageTest::browsing_takesTheFileAndSwitchesItOn()
 {
     const QString path = pictures.filePath(QStringLiteral("New ground.png"));

@@ -300,6 +300,7 @@ void SettingsDialogPagesTest::defaultDuration_isSplitAndStored()
     QTEST(record.defaultDuration, "stored");
 }
 
+// The dialog takes up to 59 seconds more than a load lets through. Both are intended.
 void SettingsDialogPagesTest::defaultDuration_ofNearlyAThousandMinutesIsStoredUnclamped()
 {
     AppSettings record;

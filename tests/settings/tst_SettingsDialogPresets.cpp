@@ -185,6 +185,7 @@ void SettingsDialogPresetsTest::add_ofNothing_addsNothing()
     QCOMPARE(secondsIn(*view.presets()), record.presets);
 }
 
+// Unlike "Add to Preset" in the Control window, which takes no duplicate.
 void SettingsDialogPresetsTest::add_takesDuplicatesUnsorted()
 {
     AppSettings record;

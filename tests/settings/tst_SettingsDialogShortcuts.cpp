@@ -73,6 +73,7 @@ void SettingsDialogShortcutsTest::key_isCapturedAndStored_data()
     add(Qt::Key_Menu, {}, "Menu");
 }
 
+// The lock keys are keys as any other: only Shift, Control, Meta and Alt are waited through.
 void SettingsDialogShortcutsTest::key_isCapturedAndStored()
 {
     QFETCH(const Qt::Key, key);

@@ -98,6 +98,7 @@ void SettingsDialogShortcutsWaitTest::modifierAlone_keepsTheWaitWithoutTheGrab_d
     QTest::newRow("Alt") << Qt::Key_Alt;
 }
 
+// The grab is not taken again: the next key arrives by normal propagation.
 void SettingsDialogShortcutsWaitTest::modifierAlone_keepsTheWaitWithoutTheGrab()
 {
     QFETCH(const Qt::Key, key);
@@ -203,6 +204,7 @@ void SettingsDialogShortcutsWaitTest::escape_afterCancelledCapture_closes()
     QVERIFY(storeBytes().isEmpty());
 }
 
+// The button reads "Cancel", but a click on it makes the row wait again. Escape cancels.
 void SettingsDialogShortcutsWaitTest::ownButton_keepsTheRowWaiting()
 {
     KeyCapture capture;

@@ -86,6 +86,7 @@ void SettingsDialogUpdatesTest::opening_asksNothing()
     QCOMPARE(asked.size(), 0);
 }
 
+// Unlike the About card's, this button is never disabled: every click is a check of its own.
 void SettingsDialogUpdatesTest::button_startsOneCheckAClick()
 {
     AppSettings record;

@@ -57,6 +57,7 @@ void TimerEngineTest::start_whileRunning_isSilent()
     QCOMPARE(recorder.take(), QStringList());
 }
 
+// The start is not refused: a second later the engine ticks -1 and stops (TimerEngineTicks).
 void TimerEngineTest::start_atZeroWithOvertimeOff_runs()
 {
     TimerEngine engine;
@@ -195,6 +196,8 @@ void TimerEngineTest::addSeconds_movesCountAndDuration_data()
     QTest::newRow("overtime to exactly zero") << 10 << 40 << 30 << 0 << 40;
 }
 
+// Count and duration are moved separately, each with a floor of zero, and adding nothing is
+// reported all the same.
 void TimerEngineTest::addSeconds_movesCountAndDuration()
 {
     QFETCH(int, duration);
@@ -215,6 +218,7 @@ void TimerEngineTest::addSeconds_movesCountAndDuration()
     QCOMPARE(engine.remaining(), restored);
 }
 
+// A count-down that is taken to zero stops at its next tick, not at once.
 void TimerEngineTest::addSeconds_whileRunning_keepsRunning()
 {
     TimerEngine engine;
@@ -293,6 +297,7 @@ void TimerEngineTest::setOvertimeEnabled_isSilent()
     QCOMPARE(recorder.take(), QStringList());
 }
 
+// It stops at its next tick, not at once.
 void TimerEngineTest::setOvertimeEnabled_offWhileNegative_keepsRunning()
 {
     TimerEngine engine;

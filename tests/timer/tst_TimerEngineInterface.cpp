@@ -239,6 +239,7 @@ void TimerEngineInterfaceTest::lastTick_isJudgedAsAListenerLeavesIt_data()
 }
 
 // The count is judged after the tick has been delivered, as a neighbour has left it.
+// The stop is reported even if a pause from within the tick has reported one.
 void TimerEngineInterfaceTest::lastTick_isJudgedAsAListenerLeavesIt()
 {
     QFETCH(Command, answer);

@@ -219,6 +219,7 @@ void UpdaterTest::twoChecks_sendTwoRequests()
     QCOMPARE(stage.server.requests().size(), 2);
 }
 
+// It has to outlive the dialog whose button started the check.
 void UpdaterTest::checkForPerson_isNeverDeleted()
 {
     UpdateStage stage;

@@ -171,6 +171,7 @@ void UpdaterOfferTest::versionText_isShownAsReceived_data()
         QTest::addRow("%s", version) << QString::fromUtf8(version);
 }
 
+// Not escaped, unlike the release notes: the box draws its mark-up.
 void UpdaterOfferTest::versionText_isShownAsReceived()
 {
     QFETCH(QString, version);
@@ -208,6 +209,7 @@ void UpdaterOfferTest::answerInFlight_isTreatedInTheLastMode_data()
     QTest::addRow("interactive, then silent") << false << true << 0;
 }
 
+// The mode is kept by the updater, not by the request.
 void UpdaterOfferTest::answerInFlight_isTreatedInTheLastMode()
 {
     QFETCH(bool, first);
