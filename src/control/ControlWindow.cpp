@@ -39,7 +39,7 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     setMinimumSize(480, 420);
     qApp->setStyleSheet(applicationStyleSheet());
 
-    setupPlayer();
+    cue = std::make_unique<AudioCue>(settings, this);
     buildUi();
 
     connect(engine, &TimerEngine::tick, this, &ControlWindow::onTimerTick);
@@ -64,7 +64,7 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
 void ControlWindow::onTimerTick(int seconds)
 {
     if (seconds == 0)
-        checkCue();
+        cue->fire();
     redrawFigure(seconds);
 }
 
@@ -74,7 +74,7 @@ void ControlWindow::onStateChanged(bool running)
     startBtn->setEnabled(!running);
     pauseBtn->setEnabled(running);
     if (!running)
-        cueFired = false;
+        cue->rearm();
 }
 
 void ControlWindow::onSetTime()
@@ -87,7 +87,7 @@ void ControlWindow::loadDuration(int secs)
 {
     engine->setDuration(secs);
     output->setTotalSeconds(secs);
-    cueFired = false;
+    cue->rearm();
 }
 
 void ControlWindow::onCountModeChanged(bool countUp)
@@ -174,6 +174,11 @@ void ControlWindow::onPreset(int secs)
 {
     loadDuration(secs);
     showInSetTimeRow(secs);
+}
+
+void ControlWindow::browseSoundFile()
+{
+    cue->browse();
 }
 
 int ControlWindow::setTimeSeconds() const

@@ -1,24 +1,23 @@
 #pragma once
 
+#include <memory>
+
 #include <QMainWindow>
 
+#include "AudioCue.h"
 #include "KeyRepetition.h"
 #include "OutputPreview.h"
 
 struct AppSettings;
 class OutputWindow;
 class PresetStrip;
-class QAudioOutput;
-class QCheckBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QMediaPlayer;
 class QPushButton;
 class QShortcut;
 class QSpinBox;
 class QTimer;
-class QVBoxLayout;
 class TimerEngine;
 
 /// The operator's window: figure, transport, time, presets, view, message, cue.
@@ -82,7 +81,6 @@ private:
     QLayout *buildSetTimeRow();
     QLayout *buildViewRow();
     QLayout *buildMessageRow();
-    void buildCue(QVBoxLayout *column);
     QLayout *buildBottomRow();
 
     void loadDuration(int secs);
@@ -91,15 +89,6 @@ private:
 
     void setupShortcuts();
     void toggleStartPause();
-    void setupPlayer();
-    void setupAudioOutput();
-    void checkCue();
-    void testCue();
-    bool preparePlayer();
-    bool prepareOldestPlayer();
-    void playOpened();
-    void reopenSource();
-    void showSoundFileName();
 
     void chooseDirection(bool countUp);
     void redrawFigure(int seconds);
@@ -126,11 +115,7 @@ private:
     QPushButton *viewBothBtn = nullptr;
     QLineEdit *messageEdit = nullptr;
     QPushButton *outputToggleBtn = nullptr;
-    QMediaPlayer *player = nullptr;
-    QAudioOutput *audioOutput = nullptr;
-    QLabel *soundFileLabel = nullptr;
-    QCheckBox *soundCheck = nullptr;
-    bool cueFired = false; // the cue has played for the present zero
+    std::unique_ptr<AudioCue> cue;
     QShortcut *shortcutStartPauseSc = nullptr;
     QShortcut *shortcutResetSc = nullptr;
     QShortcut *shortcutPlusMinSc = nullptr;

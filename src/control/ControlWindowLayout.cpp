@@ -161,7 +161,8 @@ QWidget *ControlWindow::buildScrollArea()
 
     column->addWidget(makeLine());
     column->addWidget(makeSectionHeader(tr("Audio Cue at 00:00")));
-    buildCue(column);
+    column->addWidget(cue->makeSwitch());
+    column->addLayout(cue->makeFileRow());
 
     column->addStretch();
 

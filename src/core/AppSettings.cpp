@@ -26,6 +26,14 @@ bool isReadable(const QSettings &store)
     }
 }
 
+// Qt reads the file before it writes, and would not get to that.
+void emptyUnreadableStore()
+{
+    const QSettings store(QLatin1String{storeOrganization}, QLatin1String{storeApplication});
+    if (!isReadable(store))
+        QFile::resize(store.fileName(), 0);
+}
+
 // Without a store, the fallback.
 QVariant readValue(const QSettings *store, const char *key, const QVariant &fallback)
 {
@@ -107,12 +115,8 @@ void loadSettings(AppSettings &settings)
 
 void saveSettings(const AppSettings &settings)
 {
+    emptyUnreadableStore();
     QSettings store(QLatin1String{storeOrganization}, QLatin1String{storeApplication});
-    if (!isReadable(store)) {
-        // Qt reads the file before it writes, and would not get to that.
-        QFile::resize(store.fileName(), 0);
-        store.sync();
-    }
     const auto write = [&store](const char *key, const QVariant &value) {
         store.setValue(QLatin1String(key), value);
     };
