@@ -1,6 +1,6 @@
 """scripts/install-packages on systems that say they are another, with an apt that installs nothing.
 
-The first argument is the script. Where no file system can be mounted, this is skipped (77).
+The first argument is the script.
 """
 
 import os
@@ -11,7 +11,6 @@ import tempfile
 import unittest
 
 SCRIPT = sys.argv.pop(1)
-NAMESPACE = ["unshare", "--mount", *([] if os.geteuid() == 0 else ["--map-root-user"])]
 UBUNTU = 'ID=ubuntu\nID_LIKE=debian\nVERSION_ID="24.04"\n'
 
 # Writes down how it was called, and what it finds to read.
@@ -33,6 +32,7 @@ class InstallPackages(unittest.TestCase):
         self.write_command("apt-get", APT_GET)
         self.write_command("dpkg-query", "#!/bin/sh\nexit 1\n")  # nothing is installed
         self.write_command("sleep", "#!/bin/sh\n")
+        self.write_command("sudo", '#!/bin/sh\nexec "$@"\n')
         self.set_qt("6.4.2+dfsg-21.1build5")
 
     def write_command(self, name, text):
@@ -45,12 +45,13 @@ class InstallPackages(unittest.TestCase):
 
     def install(self, release, path=os.environ["PATH"]):
         """Status and output; what apt-get was called with is in self.calls."""
-        (self.folder / "os-release").write_text(release, encoding="utf-8")
-        command = 'mount --bind "$FAKES/os-release" /etc/os-release && PATH=$FAKES:$1 exec "$2" run'
+        described = self.folder / "os-release"
+        described.write_text(release, encoding="utf-8")
         done = subprocess.run(
-            [*NAMESPACE, "sh", "-c", command, "sh", path, SCRIPT],
-            env=os.environ | {"FAKES": str(self.folder)},
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+            [SCRIPT, "run"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT, text=True,
+            env=os.environ | {"FAKES": str(self.folder), "PATH": f"{self.folder}:{path}",
+                              "VELMORA_OS_RELEASE": str(described)})
         calls = self.folder / "calls"
         self.calls = calls.read_text(encoding="utf-8").splitlines() if calls.exists() else []
         return done.returncode, done.stdout
@@ -105,8 +106,4 @@ class InstallPackages(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if subprocess.run([*NAMESPACE, "mount", "--bind", "/dev/null", "/etc/os-release"],
-                      stderr=subprocess.DEVNULL).returncode != 0:
-        print("Skipped: nothing can be mounted here.")
-        sys.exit(77)
     unittest.main()
