@@ -1,3 +1,4 @@
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QLibraryInfo>
@@ -27,6 +28,7 @@ private slots:
     void serverBackAtOnce_nextCueIsHeard();
     void defaultChanged_nextCueIsHeardThere();
     void lastDeviceUnplugged_nextCueIsHeardWhenPlugged();
+    void closedWhileTheCueIsHeard_endsTheProcess();
 
 private:
     void startServer();
@@ -241,6 +243,26 @@ void SoundFaultsTest::lastDeviceUnplugged_nextCueIsHeardWhenPlugged()
     countToZero();
     AWAIT(isHeardOn("new"));
     QVERIFY(program.close());
+}
+
+/// VELMORA_ENDINGS times, or 3 times.
+void SoundFaultsTest::closedWhileTheCueIsHeard_endsTheProcess()
+{
+    const int asked = qEnvironmentVariableIntValue("VELMORA_ENDINGS");
+    const int rounds = asked > 0 ? asked : 3;
+    qint64 longestMs = 0;
+    for (int round = 0; round < rounds; ++round) {
+        QVERIFY(program.start());
+        countToZero();
+        if (QTest::currentTestFailed())
+            return;
+        AWAIT(isHeardOn("cue"));
+        QElapsedTimer sinceClosing;
+        sinceClosing.start();
+        QVERIFY(program.close());
+        longestMs = qMax(longestMs, sinceClosing.elapsed());
+    }
+    qInfo("%d of %d processes ended, the slowest after %lld ms", rounds, rounds, longestMs);
 }
 
 VELMORA_TEST_MAIN(SoundFaultsTest)
