@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 #include "AppSettings.h"
-#include "ControlParts.h"
+#include "FormHelpers.h"
 
 namespace {
 

@@ -17,8 +17,7 @@
 #include "AboutDialog.h"
 #include "AppSettings.h"
 #include "Button.h"
-#include "ControlParts.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Logo.h"
 #include "Stepper.h"
 #include "TimerEngine.h"
@@ -43,13 +42,6 @@ const QString setButtonStyle = QStringLiteral(
     "QPushButton { padding:0; min-height:0; font-size:13px; border:2px solid #2a9c4a; }");
 const QString addToPresetStyle =
     QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
-
-QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
-{
-    QLabel *header = makeTitle(title, input);
-    header->setObjectName(QStringLiteral("sectionHeader"));
-    return header;
-}
 
 // To find out the format, the toolkit would load all of its plugins for pictures.
 QPixmap readLogo()
@@ -140,25 +132,25 @@ QWidget *ControlWindow::buildScrollArea()
     // The style sheet makes the two buttons higher than their row: their lower borders lie there.
     lineUnderAdjustRow->stackUnder(plusMinBtn);
     QLayout *setTimeRow = buildSetTimeRow();
-    column->addWidget(makeSectionHeader(tr("Set Time"), minSpin));
+    column->addWidget(makeHookedHeader(tr("Set Time"), minSpin));
     column->addLayout(setTimeRow);
 
     column->addWidget(makeLine());
     buildPresetList();
-    column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder"), presetList));
+    column->addWidget(makeHookedHeader(tr("Presets  —  drag to reorder"), presetList));
     column->addWidget(presetList);
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Output View")));
+    column->addWidget(makeHookedHeader(tr("Output View")));
     column->addLayout(buildViewRow());
 
     column->addWidget(makeLine());
     QLayout *messageRow = buildMessageRow();
-    column->addWidget(makeSectionHeader(tr("Message Overlay"), messageEdit));
+    column->addWidget(makeHookedHeader(tr("Message Overlay"), messageEdit));
     column->addLayout(messageRow);
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Audio Cue at 00:00")));
+    column->addWidget(makeHookedHeader(tr("Audio Cue at 00:00")));
     buildCue(column);
 
     column->addStretch();
@@ -214,8 +206,8 @@ QLayout *ControlWindow::buildAdjustRow()
 
 QLayout *ControlWindow::buildSetTimeRow()
 {
-    minSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
-    secSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
+    minSpin = makeSpinBox({0, 999}, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
+    secSpin = makeSpinBox({0, 59}, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
 
     QPushButton *setBtn = makeButton(tr("Set"), tr("Set time"));
     setBtn->setFixedSize(60, 32);

@@ -4,7 +4,7 @@
 #include <QSpinBox>
 
 #include "AppSettings.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 
 namespace {
 

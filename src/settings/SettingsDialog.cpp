@@ -11,7 +11,7 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Updater.h"
 
 namespace {

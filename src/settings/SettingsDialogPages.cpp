@@ -17,8 +17,7 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "DialogParts.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Stepper.h"
 
 namespace {
@@ -37,13 +36,6 @@ void setColorButton(QPushButton *button, const QColor &color)
         brightness >= lightGround ? QStringLiteral("#000000") : QStringLiteral("#ffffff");
     button->setStyleSheet(colorButtonStyle.arg(color.name(), textColor));
     button->setText(color.name().toUpper());
-}
-
-QCheckBox *makeCheckBox(const QString &text, bool checked)
-{
-    auto *box = new QCheckBox(text);
-    box->setChecked(checked);
-    return box;
 }
 
 // A row whose input is a stepper: its label belongs to the spin box, not to the container.
@@ -128,13 +120,9 @@ QWidget *SettingsDialog::buildBackgroundImageRow()
     imageFileLabel->setAccessibleDescription(tr("Background image"));
     showBackgroundImageName();
 
-    auto *browseBtn = new Button(tr("Browse…"));
-    browseBtn->setFixedWidth(80);
-    browseBtn->setAccessibleName(tr("Browse for background image"));
+    QPushButton *browseBtn = makeFixedWidth(tr("Browse…"), tr("Browse for background image"), 80);
     connect(browseBtn, &QPushButton::clicked, this, &SettingsDialog::browseBackgroundImage);
-    auto *clearBtn = new Button(tr("Clear"));
-    clearBtn->setFixedWidth(60);
-    clearBtn->setAccessibleName(tr("Clear background image"));
+    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), tr("Clear background image"), 60);
     connect(clearBtn, &QPushButton::clicked, this, &SettingsDialog::clearBackgroundImage);
 
     auto *holder = new QWidget;
@@ -155,9 +143,9 @@ QWidget *SettingsDialog::buildFontsPage()
     const QString timerText = tr("Timer font size");
     const QString clockText = tr("Clock font size");
     const QString messageText = tr("Message font size");
-    timerFontSpin = makeSpinBox(30, 550, pixels, settings->timerFontSize, timerText);
-    clockFontSpin = makeSpinBox(20, 300, pixels, settings->clockFontSize, clockText);
-    messageFontSpin = makeSpinBox(12, 150, pixels, settings->messageFontSize, messageText);
+    timerFontSpin = makeSpinBox({30, 550}, pixels, settings->timerFontSize, timerText);
+    clockFontSpin = makeSpinBox({20, 300}, pixels, settings->clockFontSize, clockText);
+    messageFontSpin = makeSpinBox({12, 150}, pixels, settings->messageFontSize, messageText);
     addStepperRow(form, timerText, timerFontSpin);
     addStepperRow(form, clockText, clockFontSpin);
     addStepperRow(form, messageText, messageFontSpin);
@@ -179,9 +167,9 @@ QWidget *SettingsDialog::buildTimerPage()
     column->addWidget(blinkCheck);
 
     column->addWidget(makeSeparator());
-    durationMinSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60,
+    durationMinSpin = makeSpinBox({0, 999}, tr(" min"), settings->defaultDuration / 60,
                                   tr("Default duration minutes"));
-    durationSecSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60,
+    durationSecSpin = makeSpinBox({0, 59}, tr(" sec"), settings->defaultDuration % 60,
                                   tr("Default duration seconds"));
     column->addWidget(makeSectionHeader(tr("Default duration"), durationMinSpin));
     auto *durationRow = new QHBoxLayout;
@@ -192,7 +180,7 @@ QWidget *SettingsDialog::buildTimerPage()
 
     column->addWidget(makeSeparator());
     warningSpin =
-        makeSpinBox(1, 3600, tr(" sec"), settings->warningThreshold, tr("Warning threshold"));
+        makeSpinBox({1, 3600}, tr(" sec"), settings->warningThreshold, tr("Warning threshold"));
     column->addWidget(makeSectionHeader(tr("Warning threshold"), warningSpin));
     column->addWidget(makeStepper(warningSpin));
 
@@ -218,13 +206,11 @@ void SettingsDialog::buildPresetList()
 
 QLayout *SettingsDialog::buildNewPresetRow()
 {
-    newPresetMinSpin = makeSpinBox(0, 999, tr(" min"), 5, tr("New preset minutes"));
-    newPresetSecSpin = makeSpinBox(0, 59, tr(" sec"), 0, tr("New preset seconds"));
-    auto *addBtn = new Button(tr("Add"));
-    addBtn->setAccessibleName(tr("Add preset"));
+    newPresetMinSpin = makeSpinBox({0, 999}, tr(" min"), 5, tr("New preset minutes"));
+    newPresetSecSpin = makeSpinBox({0, 59}, tr(" sec"), 0, tr("New preset seconds"));
+    QPushButton *addBtn = makeButton(tr("Add"), tr("Add preset"));
     connect(addBtn, &QPushButton::clicked, this, &SettingsDialog::addPreset);
-    auto *removeBtn = new Button(tr("Remove"));
-    removeBtn->setAccessibleName(tr("Remove preset"));
+    QPushButton *removeBtn = makeButton(tr("Remove"), tr("Remove preset"));
     connect(removeBtn, &QPushButton::clicked, this, &SettingsDialog::removePreset);
 
     auto *row = new QHBoxLayout;

@@ -8,7 +8,7 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "DialogParts.h"
+#include "FormHelpers.h"
 
 namespace {
 
