@@ -19,6 +19,7 @@
 #include "Button.h"
 #include "FormHelpers.h"
 #include "Logo.h"
+#include "OutputWindow.h"
 #include "Stepper.h"
 #include "TimerEngine.h"
 
@@ -233,9 +234,12 @@ QLayout *ControlWindow::buildViewRow()
     viewTimerBtn = makeCheckable(tr("⏱  Timer"), tr("Timer view"));
     viewClockBtn = makeCheckable(tr("🕐  Clock"), tr("Clock view"));
     viewBothBtn = makeCheckable(tr("⊞  Both"), tr("Both views"), true); // as the output starts
-    connect(viewTimerBtn, &QPushButton::clicked, this, [this] { onViewChanged(0); });
-    connect(viewClockBtn, &QPushButton::clicked, this, [this] { onViewChanged(1); });
-    connect(viewBothBtn, &QPushButton::clicked, this, [this] { onViewChanged(2); });
+    connect(viewTimerBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::TimerView); });
+    connect(viewClockBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::ClockView); });
+    connect(viewBothBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::BothViews); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(viewTimerBtn);
