@@ -8,7 +8,7 @@
 #include <QPushButton>
 
 #include "AppSettings.h"
-#include "ControlParts.h"
+#include "FormHelpers.h"
 
 namespace {
 

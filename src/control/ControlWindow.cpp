@@ -98,10 +98,10 @@ void ControlWindow::onCountModeChanged(bool countUp)
 
 void ControlWindow::onViewChanged(int mode)
 {
-    viewTimerBtn->setChecked(mode == 0);
-    viewClockBtn->setChecked(mode == 1);
-    viewBothBtn->setChecked(mode == 2);
-    if (mode >= 0 && mode <= 2)
+    viewTimerBtn->setChecked(mode == OutputWindow::TimerView);
+    viewClockBtn->setChecked(mode == OutputWindow::ClockView);
+    viewBothBtn->setChecked(mode == OutputWindow::BothViews);
+    if (mode >= OutputWindow::TimerView && mode <= OutputWindow::BothViews)
         output->setViewMode(mode);
 }
 

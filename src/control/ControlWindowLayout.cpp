@@ -16,8 +16,7 @@
 #include "AboutDialog.h"
 #include "AppSettings.h"
 #include "Button.h"
-#include "ControlParts.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Logo.h"
 #include "OutputWindow.h"
 #include "PresetStrip.h"
@@ -44,13 +43,6 @@ const QString setButtonStyle = QStringLiteral(
     "QPushButton { padding:0; min-height:0; font-size:13px; border:2px solid #2a9c4a; }");
 const QString addToPresetStyle =
     QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
-
-QLabel *makeSectionHeader(const QString &title, QWidget *input = nullptr)
-{
-    QLabel *header = makeTitle(title, input);
-    header->setObjectName(QStringLiteral("sectionHeader"));
-    return header;
-}
 
 // To find out the format, the toolkit would load all of its plugins for pictures.
 QPixmap readLogo()
@@ -141,26 +133,26 @@ QWidget *ControlWindow::buildScrollArea()
     // The style sheet makes the two buttons higher than their row: their lower borders lie there.
     lineUnderAdjustRow->stackUnder(plusMinBtn);
     QLayout *setTimeRow = buildSetTimeRow();
-    column->addWidget(makeSectionHeader(tr("Set Time"), minSpin));
+    column->addWidget(makeHookedHeader(tr("Set Time"), minSpin));
     column->addLayout(setTimeRow);
 
     column->addWidget(makeLine());
     presetList = new PresetStrip(settings);
     connect(presetList, &PresetStrip::presetClicked, this, &ControlWindow::onPreset);
-    column->addWidget(makeSectionHeader(tr("Presets  —  drag to reorder"), presetList));
+    column->addWidget(makeHookedHeader(tr("Presets  —  drag to reorder"), presetList));
     column->addWidget(presetList);
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Output View")));
+    column->addWidget(makeHookedHeader(tr("Output View")));
     column->addLayout(buildViewRow());
 
     column->addWidget(makeLine());
     QLayout *messageRow = buildMessageRow();
-    column->addWidget(makeSectionHeader(tr("Message Overlay"), messageEdit));
+    column->addWidget(makeHookedHeader(tr("Message Overlay"), messageEdit));
     column->addLayout(messageRow);
 
     column->addWidget(makeLine());
-    column->addWidget(makeSectionHeader(tr("Audio Cue at 00:00")));
+    column->addWidget(makeHookedHeader(tr("Audio Cue at 00:00")));
     column->addWidget(cue->makeSwitch());
     column->addLayout(cue->makeFileRow());
 
@@ -217,8 +209,8 @@ QLayout *ControlWindow::buildAdjustRow()
 
 QLayout *ControlWindow::buildSetTimeRow()
 {
-    minSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
-    secSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
+    minSpin = makeSpinBox({0, 999}, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
+    secSpin = makeSpinBox({0, 59}, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
 
     QPushButton *setBtn = makeButton(tr("Set"), tr("Set time"));
     setBtn->setFixedSize(60, 32);
@@ -245,9 +237,12 @@ QLayout *ControlWindow::buildViewRow()
     viewTimerBtn = makeCheckable(tr("⏱  Timer"), tr("Timer view"));
     viewClockBtn = makeCheckable(tr("🕐  Clock"), tr("Clock view"));
     viewBothBtn = makeCheckable(tr("⊞  Both"), tr("Both views"), true); // as the output starts
-    connect(viewTimerBtn, &QPushButton::clicked, this, [this] { onViewChanged(0); });
-    connect(viewClockBtn, &QPushButton::clicked, this, [this] { onViewChanged(1); });
-    connect(viewBothBtn, &QPushButton::clicked, this, [this] { onViewChanged(2); });
+    connect(viewTimerBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::TimerView); });
+    connect(viewClockBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::ClockView); });
+    connect(viewBothBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::BothViews); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(viewTimerBtn);

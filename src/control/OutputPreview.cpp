@@ -1,6 +1,5 @@
 #include "OutputPreview.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QPixmap>
 #include <QVBoxLayout>
@@ -8,11 +7,6 @@
 namespace {
 
 const QString previewStyle = QStringLiteral("background-color:#111;");
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("OutputPreview", text);
-}
 
 } // namespace
 
@@ -33,14 +27,14 @@ void OutputPreview::toggle()
 void OutputPreview::makeWindow()
 {
     previewWindow = std::make_unique<QWidget>(nullptr, Qt::Window | Qt::WindowStaysOnTopHint);
-    previewWindow->setWindowTitle(translated("Output Preview"));
+    previewWindow->setWindowTitle(tr("Output Preview"));
     previewWindow->resize(640, 360);
     previewWindow->setStyleSheet(previewStyle);
 
     previewLabel = new QLabel;
     previewLabel->setAlignment(Qt::AlignCenter);
     previewLabel->setStyleSheet(previewStyle);
-    previewLabel->setAccessibleName(translated("Picture of the Output window"));
+    previewLabel->setAccessibleName(tr("Picture of the Output window"));
 
     auto *layout = new QVBoxLayout(previewWindow.get());
     // A label is at least as large as its picture; that may not keep the window large.

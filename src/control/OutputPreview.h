@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <QCoreApplication>
 #include <QWidget>
 
 class QLabel;
@@ -12,6 +13,8 @@ class QLabel;
 /// parent, and this object owns it.
 class OutputPreview
 {
+    Q_DECLARE_TR_FUNCTIONS(OutputPreview)
+
 public:
     /// @p output is not owned and must outlive this object.
     explicit OutputPreview(QWidget *output);

@@ -1,7 +1,7 @@
 #include "PresetStrip.h"
 
 #include "AppSettings.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 
 namespace {
 

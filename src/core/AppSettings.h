@@ -1,5 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <variant>
+
 #include <QColor>
 #include <QList>
 #include <QString>
@@ -8,10 +12,11 @@
 ///
 /// One instance lives for the whole run; windows and dialogs share it by pointer
 /// and see the live values. The record reports no change: whoever changes a field
-/// saves it and tells the windows. Each field is named after its storage key.
+/// saves it and tells the windows.
 ///
-/// The values here are those before anything was loaded. loadSettings() has
-/// fallbacks of its own, which differ for `timerFontSize`.
+/// The values here are the defaults, which a load also takes where a key is absent. Only
+/// `timerFontSize` differs there; see firstRunTimerFontSize. Keys and ranges are in the table
+/// `storedSettings`.
 struct AppSettings
 {
     bool clock24hr = true;        ///< the clock is shown in 24-hour form
@@ -24,12 +29,12 @@ struct AppSettings
     QColor clockColor{QStringLiteral("#ffffff")};         ///< text of the clock
     QColor messageColor{QStringLiteral("#ffff00")};       ///< text of the message
 
-    int timerFontSize = 150;  ///< pixels in a window 1080 pixels high; 30 to 550 when loaded
-    int clockFontSize = 80;   ///< pixels in a window 1080 pixels high; 20 to 300 when loaded
-    int messageFontSize = 36; ///< pixels in a window 1080 pixels high; 12 to 150 when loaded
+    int timerFontSize = 150;  ///< pixels in a window 1080 pixels high
+    int clockFontSize = 80;   ///< pixels in a window 1080 pixels high
+    int messageFontSize = 36; ///< pixels in a window 1080 pixels high
 
-    int defaultDuration = 300;   ///< seconds on the timer at start-up; 0 to 59940 when loaded
-    int warningThreshold = 60;   ///< seconds; the warning colour begins here; 1 to 3600 when loaded
+    int defaultDuration = 300;   ///< seconds on the timer at start-up
+    int warningThreshold = 60;   ///< seconds; the warning colour begins here
     bool overtimeEnabled = true; ///< a count-down goes on below zero
     bool blinkEnabled = true;    ///< the figure blinks from zero on
 
@@ -52,11 +57,69 @@ struct AppSettings
     ///@}
 };
 
-/// Fills every field from the per-user store and clamps the five sizes and times.
+/// What a load takes for an absent `timerFontSize`. Deliberately not the record's own value, which
+/// is seen only before the load: a first run shows a figure of this size.
+inline constexpr int firstRunTimerFontSize = 300;
+
+/// The smallest and the largest value of a number.
+struct Range
+{
+    int minimum;
+    int maximum;
+};
+
+/// Where a field is kept in the store. A load brings a number into its range. The Settings dialog
+/// offers the same range, except that its default duration goes up to 999 min 59 sec.
+struct StoredSetting
+{
+    using Field = std::variant<bool AppSettings::*, int AppSettings::*, QColor AppSettings::*,
+                               QString AppSettings::*>;
+    const char *key; ///< the field's own name
+    Field field;
+    Range range{};
+};
+
+/// Every field but `presets`, in the order of the fields, in which they are loaded and saved.
+inline constexpr std::array<StoredSetting, 24> storedSettings{{
+    {"clock24hr", &AppSettings::clock24hr},
+    {"clockShowSeconds", &AppSettings::clockShowSeconds},
+    {"bgColor", &AppSettings::bgColor},
+    {"timerColorNormal", &AppSettings::timerColorNormal},
+    {"timerColorWarning", &AppSettings::timerColorWarning},
+    {"timerColorCritical", &AppSettings::timerColorCritical},
+    {"clockColor", &AppSettings::clockColor},
+    {"messageColor", &AppSettings::messageColor},
+    {"timerFontSize", &AppSettings::timerFontSize, {30, 550}},
+    {"clockFontSize", &AppSettings::clockFontSize, {20, 300}},
+    {"messageFontSize", &AppSettings::messageFontSize, {12, 150}},
+    {"defaultDuration", &AppSettings::defaultDuration, {0, 59940}},
+    {"warningThreshold", &AppSettings::warningThreshold, {1, 3600}},
+    {"overtimeEnabled", &AppSettings::overtimeEnabled},
+    {"blinkEnabled", &AppSettings::blinkEnabled},
+    {"bgImagePath", &AppSettings::bgImagePath},
+    {"bgImageEnabled", &AppSettings::bgImageEnabled},
+    {"soundFilePath", &AppSettings::soundFilePath},
+    {"soundEnabled", &AppSettings::soundEnabled},
+    {"shortcutStartPause", &AppSettings::shortcutStartPause},
+    {"shortcutReset", &AppSettings::shortcutReset},
+    {"shortcutPlusMin", &AppSettings::shortcutPlusMin},
+    {"shortcutMinusMin", &AppSettings::shortcutMinusMin},
+    {"shortcutToggleOutput", &AppSettings::shortcutToggleOutput},
+}};
+
+/// The range of a number.
+constexpr Range rangeOf(int AppSettings::*number)
+{
+    const StoredSetting::Field field = number;
+    return std::ranges::find(storedSettings, field, &StoredSetting::field)->range;
+}
+
+/// Fills every field from the per-user store and brings the numbers into their ranges.
 ///
-/// A key that is absent yields the field's fallback, a number that does not
-/// convert its minimum, a colour that does not parse an invalid QColor. `presets`
-/// is left alone when the stored list is empty; a size of more than 10000 counts as 10000. Writes nothing to the store.
+/// A key that is absent yields the field's default, or `firstRunTimerFontSize`, a number that
+/// does not convert its minimum, a colour that does not parse an invalid QColor. `presets` is
+/// left alone when the stored list is empty; a size of more than 10000 counts as 10000. Writes
+/// nothing to the store.
 void loadSettings(AppSettings &settings);
 
 /// Writes every field to the per-user store as it stands, without clamping.

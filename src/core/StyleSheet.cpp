@@ -1,5 +1,6 @@
 #include "StyleSheet.h"
 
+// A rule that is too long for a line is split into two literals; the sheet has no line break there.
 QString applicationStyleSheet()
 {
     return QStringLiteral(R"(
@@ -41,9 +42,12 @@ QPushButton#settingsBtn {
 }
 QPushButton#outputToggleBtn { background-color: #1a3a5c; border-color: #2a5c8c; font-weight: bold; }
 QPushButton#outputToggleBtn:hover { background-color: #224a6e; }
-QLabel#timerPreview { color: #00cc00; font-size: 48px; font-weight: bold; font-family: monospace; padding: 4px 16px; }
-QLabel#sectionHeader { color: #888; font-size: 10px; font-weight: bold; text-transform: uppercase; letter-spacing: 1px; }
-QLineEdit { background-color: #2b2b2b; color: #e8e8e8; border: 1px solid #444; border-radius: 3px; padding: 4px 8px; font-size: 13px; }
+QLabel#timerPreview { color: #00cc00; font-size: 48px; font-weight: bold;)"
+                          R"( font-family: monospace; padding: 4px 16px; }
+QLabel#sectionHeader { color: #888; font-size: 10px; font-weight: bold;)"
+                          R"( text-transform: uppercase; letter-spacing: 1px; }
+QLineEdit { background-color: #2b2b2b; color: #e8e8e8; border: 1px solid #444;)"
+                          R"( border-radius: 3px; padding: 4px 8px; font-size: 13px; }
 QLineEdit:focus { border-color: #2a8c4a; }
 QFrame[frameShape="4"], QFrame[frameShape="5"] { color: #333; }
 QScrollArea { background-color: #1c1c1c; border: none; }
@@ -52,17 +56,20 @@ QScrollBar::handle:vertical { background: #444; border-radius: 4px; min-height: 
 QScrollBar::add-line:vertical, QScrollBar::sub-line:vertical { height: 0; }
 QStatusBar { background-color: #161616; color: #888; font-size: 11px; }
 QTabWidget::pane { border: 1px solid #444; background: #1c1c1c; }
-QTabBar::tab { background: #2b2b2b; color: #aaa; padding: 6px 16px; border: 1px solid #444; border-bottom: none; }
+QTabBar::tab { background: #2b2b2b; color: #aaa; padding: 6px 16px; border: 1px solid #444;)"
+                          R"( border-bottom: none; }
 QTabBar::tab:selected { background: #1c1c1c; color: #e8e8e8; }
 QTabBar::tab:hover { background: #333; }
 QListWidget { background-color: #2b2b2b; border: 1px solid #444; color: #e8e8e8; }
 QListWidget::item:selected { background-color: #1a5c2a; }
 QListWidget#presetList { background: transparent; border: none; padding: 0; }
-QListWidget#presetList::item { background: #2b2b2b; border: 1px solid #444; padding: 4px 10px; color: #e8e8e8; min-width: 54px; }
+QListWidget#presetList::item { background: #2b2b2b; border: 1px solid #444;)"
+                          R"( padding: 4px 10px; color: #e8e8e8; min-width: 54px; }
 QListWidget#presetList::item:selected { background: #1a5c2a; border-color: #2a9c4a; }
 QListWidget#presetList::item:hover { background: #383838; border-color: #666; }
 QCheckBox { spacing: 8px; }
-QCheckBox::indicator { width: 16px; height: 16px; border: 1px solid #555; border-radius: 2px; background: #2b2b2b; }
+QCheckBox::indicator { width: 16px; height: 16px; border: 1px solid #555; border-radius: 2px;)"
+                          R"( background: #2b2b2b; }
 QCheckBox::indicator:checked { background: #1a6633; border-color: #2a9c4a; }
 QRadioButton { spacing: 8px; }
 QDialogButtonBox QPushButton { min-width: 80px; }

@@ -186,7 +186,7 @@ void OutputWindow::setCountUp(bool countUp)
 
 void OutputWindow::tickClock()
 {
-    if (viewMode != 0)
+    if (viewMode != TimerView)
         clockLabel->setText(clockText(*settings));
 }
 
@@ -237,10 +237,10 @@ void OutputWindow::changeEvent(QEvent *event)
 
 void OutputWindow::applyViewMode()
 {
-    if (viewMode < 0 || viewMode > 2)
+    if (viewMode < TimerView || viewMode > BothViews)
         return;
-    timerLabel->setVisible(viewMode != 1);
-    clockLabel->setVisible(viewMode != 0);
+    timerLabel->setVisible(viewMode != ClockView);
+    clockLabel->setVisible(viewMode != TimerView);
 }
 
 void OutputWindow::scaleFonts()

@@ -21,14 +21,21 @@ class OutputWindow : public QWidget
     Q_OBJECT
 
 public:
+    /// What is shown. The window takes and keeps it as a number; see setViewMode().
+    enum ViewMode
+    {
+        TimerView = 0, ///< the figure
+        ClockView = 1, ///< the clock
+        BothViews = 2
+    };
+
     /// @p settings is not owned and must outlive the window.
     explicit OutputWindow(const AppSettings *settings, QWidget *parent = nullptr);
 
     /// Sets the progress bar's full scale, in seconds; values below 1 count as 1.
     void setTotalSeconds(int seconds);
-    /// Chooses what is shown: 0 the figure, 1 the clock, 2 both. Any other value is
-    /// kept but shows and hides nothing. With every value but 0 the clock's text follows at
-    /// the next clock tick.
+    /// Chooses what is shown, by a ViewMode. Any other value is kept but shows and hides
+    /// nothing. With every value but TimerView the clock's text follows at the next clock tick.
     void setViewMode(int mode);
     /// Shows @p text on the message line, as it is: a text that looks like rich text
     /// is shown as such.
@@ -41,7 +48,7 @@ public slots:
     /// of a count-down if blinking is enabled, ends it at a positive count or any tick of a
     /// count-up. In overtime a running blink goes on.
     void onTimerTick(int seconds);
-    /// Reads every look from the record anew, the background picture from its file. A picture
+    /// Reads every look from the record again, the background picture from its file. A picture
     /// that cannot be read leaves the colour. A running blink is not stopped.
     void refreshSettings();
     /// Sets the direction and ends a running blink. The colours do not depend on it.
@@ -65,8 +72,8 @@ private:
     void updateFigure();
     void updateProgress();
 
-    const AppSettings *settings;
-    int viewMode = 2;
+    const AppSettings *settings = nullptr;
+    int viewMode = BothViews;
     int currentSeconds = 300;
     int totalSeconds = 300;
     bool blinkVisible = true;
@@ -76,10 +83,10 @@ private:
     int timerFontPx = 150;
     int clockFontPx = 80;
     int messageFontPx = 36;
-    QLabel *timerLabel;
-    QLabel *clockLabel;
-    QLabel *messageLabel;
-    QProgressBar *progressBar;
+    QLabel *timerLabel = nullptr;
+    QLabel *clockLabel = nullptr;
+    QLabel *messageLabel = nullptr;
+    QProgressBar *progressBar = nullptr;
     QTimer clockTimer;
     QTimer blinkTimer;
 };

@@ -11,7 +11,7 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Updater.h"
 
 namespace {
@@ -28,9 +28,6 @@ SettingsDialog::SettingsDialog(AppSettings *settings, QWidget *parent)
     setMinimumWidth(420);
 
     workingBgImagePath = settings->bgImagePath;
-    workingColors = {settings->bgColor,           settings->timerColorNormal,
-                     settings->timerColorWarning, settings->timerColorCritical,
-                     settings->clockColor,        settings->messageColor};
 
     auto *tabs = new QTabWidget;
     tabs->addTab(buildClockPage(), tr("Clock"));
@@ -61,12 +58,7 @@ void SettingsDialog::accept()
     settings->bgImagePath = workingBgImagePath;
     settings->bgImageEnabled = useImageCheck->isChecked();
 
-    settings->bgColor = workingColors[0];
-    settings->timerColorNormal = workingColors[1];
-    settings->timerColorWarning = workingColors[2];
-    settings->timerColorCritical = workingColors[3];
-    settings->clockColor = workingColors[4];
-    settings->messageColor = workingColors[5];
+    storeColors();
 
     settings->timerFontSize = timerFontSpin->value();
     settings->clockFontSize = clockFontSpin->value();
@@ -78,15 +70,7 @@ void SettingsDialog::accept()
     settings->warningThreshold = warningSpin->value();
 
     settings->presets = listedPresets(*presetsList);
-
-    const auto portable = [this](std::size_t row) {
-        return shortcutSequences[row].toString(QKeySequence::PortableText);
-    };
-    settings->shortcutStartPause = portable(0);
-    settings->shortcutReset = portable(1);
-    settings->shortcutPlusMin = portable(2);
-    settings->shortcutMinusMin = portable(3);
-    settings->shortcutToggleOutput = portable(4);
+    storeShortcuts();
 
     saveSettings(*settings);
     emit settingsChanged();

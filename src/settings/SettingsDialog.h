@@ -67,6 +67,7 @@ private:
     void clearBackgroundImage();
     void showBackgroundImageName();
     void nameColorButtons();
+    void storeColors();
     void appendPresetItem(int secs);
 
     void startKeyCapture(int row);
@@ -74,12 +75,13 @@ private:
     void resetShortcutsToDefaults();
     void stopCapture();
     void showShortcut(int row);
+    void storeShortcuts();
 
-    AppSettings *settings;
+    AppSettings *settings = nullptr;
     QRadioButton *clock24hrRadio = nullptr;
     QRadioButton *clock12hrRadio = nullptr;
     QCheckBox *showSecondsCheck = nullptr;
-    // bgColor, timerColorNormal, timerColorWarning, timerColorCritical, clockColor, messageColor
+    // In the order of the page's rows, as are the arrays for the shortcuts.
     std::array<QColor, colorCount> workingColors;
     std::array<QPushButton *, colorCount> colorBtns{};
     QString workingBgImagePath;

@@ -1,12 +1,8 @@
 #include "SettingsDialog.h"
 
-#include <array>
 #include <utility>
 
 #include <QCheckBox>
-#include <QColorDialog>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -17,42 +13,10 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "DialogParts.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Stepper.h"
 
 namespace {
-
-const QString imageFileStyle = QStringLiteral("color:#aaa;font-size:11px;");
-const QString colorButtonStyle =
-    QStringLiteral("background-color:%1;color:%2;border:1px solid #555;border-radius:3px;");
-
-// The weighted sum of a colour's components from which black text reads better than white.
-constexpr int lightGround = 129000;
-
-void setColorButton(QPushButton *button, const QColor &color)
-{
-    const int brightness = 299 * color.red() + 587 * color.green() + 114 * color.blue();
-    const QString textColor =
-        brightness >= lightGround ? QStringLiteral("#000000") : QStringLiteral("#ffffff");
-    button->setStyleSheet(colorButtonStyle.arg(color.name(), textColor));
-    button->setText(color.name().toUpper());
-}
-
-QCheckBox *makeCheckBox(const QString &text, bool checked)
-{
-    auto *box = new QCheckBox(text);
-    box->setChecked(checked);
-    return box;
-}
-
-// A row whose input is a stepper: its label belongs to the spin box, not to the container.
-void addStepperRow(QFormLayout *form, const QString &text, QSpinBox *spinBox)
-{
-    auto *label = new QLabel(text);
-    form->addRow(label, makeStepper(spinBox));
-    label->setBuddy(spinBox);
-}
 
 // Deliberately wordier than the labels of the Control window's strip.
 QString presetLabel(int secs)
@@ -89,78 +53,22 @@ QWidget *SettingsDialog::buildClockPage()
     return page;
 }
 
-QWidget *SettingsDialog::buildColorsPage()
-{
-    auto *page = new QWidget;
-    auto *form = new QFormLayout(page);
-    form->setSpacing(10);
-
-    const std::array<QString, colorCount> labels{
-        tr("Background"),       tr("Timer — normal"), tr("Timer — warning"),
-        tr("Timer — critical"), tr("Clock"),          tr("Message"),
-    };
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-        auto *button = new Button;
-        button->setFixedSize(80, 26);
-        setColorButton(button, workingColors[i]);
-        connect(button, &QPushButton::clicked, this,
-                [this, i, button] { pickColor(workingColors[i], button); });
-        form->addRow(labels[i], button);
-        colorBtns[i] = button;
-    }
-    nameColorButtons();
-
-    form->addRow(makeSeparator());
-    form->addRow(makeSectionHeader(tr("Background Image")));
-    useImageCheck =
-        makeCheckBox(tr("Use image instead of background colour"), settings->bgImageEnabled);
-    form->addRow(useImageCheck);
-    form->addRow(buildBackgroundImageRow());
-    return page;
-}
-
-QWidget *SettingsDialog::buildBackgroundImageRow()
-{
-    imageFileLabel = new QLabel;
-    imageFileLabel->setStyleSheet(imageFileStyle);
-    imageFileLabel->setWordWrap(true);
-    imageFileLabel->setTextFormat(Qt::PlainText); // a file's name may look like mark-up
-    imageFileLabel->setAccessibleDescription(tr("Background image"));
-    showBackgroundImageName();
-
-    auto *browseBtn = new Button(tr("Browse…"));
-    browseBtn->setFixedWidth(80);
-    browseBtn->setAccessibleName(tr("Browse for background image"));
-    connect(browseBtn, &QPushButton::clicked, this, &SettingsDialog::browseBackgroundImage);
-    auto *clearBtn = new Button(tr("Clear"));
-    clearBtn->setFixedWidth(60);
-    clearBtn->setAccessibleName(tr("Clear background image"));
-    connect(clearBtn, &QPushButton::clicked, this, &SettingsDialog::clearBackgroundImage);
-
-    auto *holder = new QWidget;
-    auto *row = new QHBoxLayout(holder);
-    row->addWidget(imageFileLabel, 1);
-    row->addWidget(browseBtn);
-    row->addWidget(clearBtn);
-    return holder;
-}
-
 QWidget *SettingsDialog::buildFontsPage()
 {
     auto *page = new QWidget;
     auto *form = new QFormLayout(page);
     form->setSpacing(10);
 
-    const QString pixels = tr(" px");
-    const QString timerText = tr("Timer font size");
-    const QString clockText = tr("Clock font size");
-    const QString messageText = tr("Message font size");
-    timerFontSpin = makeSpinBox(30, 550, pixels, settings->timerFontSize, timerText);
-    clockFontSpin = makeSpinBox(20, 300, pixels, settings->clockFontSize, clockText);
-    messageFontSpin = makeSpinBox(12, 150, pixels, settings->messageFontSize, messageText);
-    addStepperRow(form, timerText, timerFontSpin);
-    addStepperRow(form, clockText, clockFontSpin);
-    addStepperRow(form, messageText, messageFontSpin);
+    const auto addSize = [this, form](const QString &text, int AppSettings::*size) {
+        QSpinBox *spinBox = makeSpinBox(rangeOf(size), tr(" px"), settings->*size, text);
+        auto *label = new QLabel(text);
+        form->addRow(label, makeStepper(spinBox));
+        label->setBuddy(spinBox); // and not the stepper's container
+        return spinBox;
+    };
+    timerFontSpin = addSize(tr("Timer font size"), &AppSettings::timerFontSize);
+    clockFontSpin = addSize(tr("Clock font size"), &AppSettings::clockFontSize);
+    messageFontSpin = addSize(tr("Message font size"), &AppSettings::messageFontSize);
     return page;
 }
 
@@ -179,9 +87,9 @@ QWidget *SettingsDialog::buildTimerPage()
     column->addWidget(blinkCheck);
 
     column->addWidget(makeSeparator());
-    durationMinSpin = makeSpinBox(0, 999, tr(" min"), settings->defaultDuration / 60,
+    durationMinSpin = makeSpinBox({0, 999}, tr(" min"), settings->defaultDuration / 60,
                                   tr("Default duration minutes"));
-    durationSecSpin = makeSpinBox(0, 59, tr(" sec"), settings->defaultDuration % 60,
+    durationSecSpin = makeSpinBox({0, 59}, tr(" sec"), settings->defaultDuration % 60,
                                   tr("Default duration seconds"));
     column->addWidget(makeSectionHeader(tr("Default duration"), durationMinSpin));
     auto *durationRow = new QHBoxLayout;
@@ -191,8 +99,8 @@ QWidget *SettingsDialog::buildTimerPage()
     column->addLayout(durationRow);
 
     column->addWidget(makeSeparator());
-    warningSpin =
-        makeSpinBox(1, 3600, tr(" sec"), settings->warningThreshold, tr("Warning threshold"));
+    warningSpin = makeSpinBox(rangeOf(&AppSettings::warningThreshold), tr(" sec"),
+                              settings->warningThreshold, tr("Warning threshold"));
     column->addWidget(makeSectionHeader(tr("Warning threshold"), warningSpin));
     column->addWidget(makeStepper(warningSpin));
 
@@ -218,13 +126,11 @@ void SettingsDialog::buildPresetList()
 
 QLayout *SettingsDialog::buildNewPresetRow()
 {
-    newPresetMinSpin = makeSpinBox(0, 999, tr(" min"), 5, tr("New preset minutes"));
-    newPresetSecSpin = makeSpinBox(0, 59, tr(" sec"), 0, tr("New preset seconds"));
-    auto *addBtn = new Button(tr("Add"));
-    addBtn->setAccessibleName(tr("Add preset"));
+    newPresetMinSpin = makeSpinBox({0, 999}, tr(" min"), 5, tr("New preset minutes"));
+    newPresetSecSpin = makeSpinBox({0, 59}, tr(" sec"), 0, tr("New preset seconds"));
+    QPushButton *addBtn = makeButton(tr("Add"), tr("Add preset"));
     connect(addBtn, &QPushButton::clicked, this, &SettingsDialog::addPreset);
-    auto *removeBtn = new Button(tr("Remove"));
-    removeBtn->setAccessibleName(tr("Remove preset"));
+    QPushButton *removeBtn = makeButton(tr("Remove"), tr("Remove preset"));
     connect(removeBtn, &QPushButton::clicked, this, &SettingsDialog::removePreset);
 
     auto *row = new QHBoxLayout;
@@ -234,55 +140,6 @@ QLayout *SettingsDialog::buildNewPresetRow()
     row->addWidget(removeBtn);
     row->addStretch();
     return row;
-}
-
-void SettingsDialog::pickColor(QColor &target, QPushButton *button)
-{
-    const QColor color = QColorDialog::getColor(target, this, tr("Pick colour"));
-    if (!color.isValid())
-        return;
-    target = color;
-    setColorButton(button, color);
-    nameColorButtons();
-}
-
-// A button shows its value alone; what the value is for stands beside it.
-void SettingsDialog::nameColorButtons()
-{
-    const std::array<QString, colorCount> names{
-        tr("Background colour %1"),     tr("Timer normal colour %1"), tr("Timer warning colour %1"),
-        tr("Timer critical colour %1"), tr("Clock colour %1"),        tr("Message colour %1"),
-    };
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const QString digits = workingColors[i].name().mid(1).toUpper(); // without the hash
-        colorBtns[i]->setAccessibleName(names[i].arg(digits));
-    }
-}
-
-// Choosing a picture switches it on.
-void SettingsDialog::browseBackgroundImage()
-{
-    const QString path =
-        QFileDialog::getOpenFileName(this, tr("Select background image"), workingBgImagePath,
-                                     tr("Images (*.png *.jpg *.jpeg *.bmp)"));
-    if (path.isEmpty())
-        return;
-    workingBgImagePath = path;
-    showBackgroundImageName();
-    useImageCheck->setChecked(true);
-}
-
-void SettingsDialog::clearBackgroundImage()
-{
-    workingBgImagePath.clear();
-    showBackgroundImageName();
-    useImageCheck->setChecked(false);
-}
-
-void SettingsDialog::showBackgroundImageName()
-{
-    imageFileLabel->setText(
-        workingBgImagePath.isEmpty() ? tr("None") : QFileInfo(workingBgImagePath).fileName());
 }
 
 void SettingsDialog::appendPresetItem(int secs)

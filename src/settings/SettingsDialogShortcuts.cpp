@@ -8,7 +8,7 @@
 
 #include "AppSettings.h"
 #include "Button.h"
-#include "DialogParts.h"
+#include "FormHelpers.h"
 
 namespace {
 
@@ -20,30 +20,33 @@ const QString waitingKeyLabelStyle =
                    "padding:4px 10px;font-family:monospace;");
 const QString hintStyle = QStringLiteral("color:#666;font-size:11px;");
 
-/// One action of the page: what it is called for the eye and for the ear, where its keys are
-/// kept, and its default.
+/// One action of the page: what it is called for the eye and for the ear, and where its keys are
+/// kept.
 struct ShortcutAction
 {
     const char *label;
     const char *spokenLabel;
     QString AppSettings::*field;
-    const char *defaultKeys;
 };
 
 constexpr std::array<ShortcutAction, 5> shortcutActions{{
     {QT_TRANSLATE_NOOP("SettingsDialog", "Start / Pause"),
-     QT_TRANSLATE_NOOP("SettingsDialog", "start or pause"), &AppSettings::shortcutStartPause,
-     "Space"},
+     QT_TRANSLATE_NOOP("SettingsDialog", "start or pause"), &AppSettings::shortcutStartPause},
     {QT_TRANSLATE_NOOP("SettingsDialog", "Reset"), QT_TRANSLATE_NOOP("SettingsDialog", "reset"),
-     &AppSettings::shortcutReset, "R"},
+     &AppSettings::shortcutReset},
     {QT_TRANSLATE_NOOP("SettingsDialog", "+1 Minute"),
-     QT_TRANSLATE_NOOP("SettingsDialog", "add 1 minute"), &AppSettings::shortcutPlusMin, "Up"},
+     QT_TRANSLATE_NOOP("SettingsDialog", "add 1 minute"), &AppSettings::shortcutPlusMin},
     {QT_TRANSLATE_NOOP("SettingsDialog", "-1 Minute"),
-     QT_TRANSLATE_NOOP("SettingsDialog", "subtract 1 minute"), &AppSettings::shortcutMinusMin,
-     "Down"},
+     QT_TRANSLATE_NOOP("SettingsDialog", "subtract 1 minute"), &AppSettings::shortcutMinusMin},
     {QT_TRANSLATE_NOOP("SettingsDialog", "Toggle Output"),
-     QT_TRANSLATE_NOOP("SettingsDialog", "toggle output"), &AppSettings::shortcutToggleOutput, "O"},
+     QT_TRANSLATE_NOOP("SettingsDialog", "toggle output"), &AppSettings::shortcutToggleOutput},
 }};
+
+// The record holds the portable form; it is deliberately parsed in the native one.
+QKeySequence keysOf(const ShortcutAction &action, const AppSettings &settings)
+{
+    return QKeySequence(settings.*action.field, QKeySequence::NativeText);
+}
 
 // Only these four keep a row waiting; AltGr and the lock keys count as keys.
 bool isModifierKey(int key)
@@ -100,9 +103,8 @@ QWidget *SettingsDialog::buildShortcutsPage()
 void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
 {
     const auto index = std::size_t(row);
-    // The record holds the portable form; it is deliberately parsed in the native one.
-    shortcutSequences[index] =
-        QKeySequence(settings->*shortcutActions[index].field, QKeySequence::NativeText);
+    const QString action = tr(shortcutActions[index].spokenLabel);
+    shortcutSequences[index] = keysOf(shortcutActions[index], *settings);
 
     auto *keyLabel = new QLabel;
     keyLabel->setMinimumWidth(120);
@@ -113,9 +115,7 @@ void SettingsDialog::addShortcutRow(QGridLayout *grid, int row)
     connect(setKeyBtn, &QPushButton::clicked, this, [this, row] { startKeyCapture(row); });
     setKeyBtns[index] = setKeyBtn;
 
-    auto *clearBtn = new Button(tr("Clear"));
-    clearBtn->setFixedWidth(55);
-    clearBtn->setAccessibleName(tr("Clear key for %1").arg(tr(shortcutActions[index].spokenLabel)));
+    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), tr("Clear key for %1").arg(action), 55);
     connect(clearBtn, &QPushButton::clicked, this, [this, row] { clearShortcut(row); });
 
     showShortcut(row);
@@ -198,12 +198,20 @@ void SettingsDialog::clearShortcut(int row)
 
 void SettingsDialog::resetShortcutsToDefaults()
 {
+    const AppSettings defaults;
     for (int row = 0; row < shortcutCount; ++row) {
         const auto index = std::size_t(row);
-        shortcutSequences[index] = QKeySequence(QLatin1String(shortcutActions[index].defaultKeys),
-                                                QKeySequence::NativeText);
+        shortcutSequences[index] = keysOf(shortcutActions[index], defaults);
         showShortcut(row);
     }
     if (captureIndex != noCapture)
         stopCapture();
+}
+
+void SettingsDialog::storeShortcuts()
+{
+    for (std::size_t i = 0; i < shortcutActions.size(); ++i) {
+        settings->*shortcutActions[i].field =
+            shortcutSequences[i].toString(QKeySequence::PortableText);
+    }
 }

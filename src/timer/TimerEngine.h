@@ -5,9 +5,9 @@
 
 /// The running time of an event: a signed count of whole seconds, moved by one a second.
 ///
-/// The Control window drives it through its slots; both windows listen to its
-/// signals. It counts the ticks of its timer, not a clock, so that what is shown
-/// never skips a second. Negative values are overtime. No input is rejected.
+/// Its slots are commands, its signals report every change. It counts the ticks of its
+/// timer, not a clock, so that no second is skipped. Negative values are overtime. No input
+/// is rejected.
 ///
 /// The order of the signals and slots is part of the interface: they are also
 /// invoked by name and index.
@@ -27,7 +27,7 @@ public:
     bool isRunning() const;
 
 signals:
-    /// The count has changed, or was set anew, to @p seconds.
+    /// The count is now @p seconds; emitted also when it was set to the value that it had.
     void tick(int seconds);
     /// The one-second timer was started (true) or stopped (false).
     void stateChanged(bool running);
@@ -39,8 +39,8 @@ public slots:
     void start();
     /// Stops and keeps the count; emits stateChanged(false). Does nothing while stopped.
     void pause();
-    /// Stops and restores the duration. Emits tick(), then stateChanged(false), even
-    /// while stopped: the Control window's cue is re-armed by it.
+    /// Stops and restores the duration. Emits tick(), then stateChanged(false), deliberately
+    /// also while stopped: a receiver may prepare for the next run whenever it is emitted.
     void reset();
     /// Stops and makes @p secs both the count and the duration. Emits tick(), then
     /// stateChanged(false) if it was running. Any value is taken, negative ones too.

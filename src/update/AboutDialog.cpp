@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include "Button.h"
-#include "FormParts.h"
+#include "FormHelpers.h"
 #include "Logo.h"
 #include "Maker.h"
 #include "Updater.h"
@@ -57,7 +57,7 @@ const QString closeStyle =
                    "  font-size:12px; padding:7px 32px; border-radius:8px; }"
                    "QPushButton:hover { background:#3a3a3a; border-color:#777; color:#ffffff; }");
 
-QPushButton *makeButton(const QString &text, const QString &styleSheet)
+QPushButton *makeStyledButton(const QString &text, const QString &styleSheet)
 {
     auto *button = new Button(text);
     button->setStyleSheet(styleSheet);
@@ -108,7 +108,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->setContentsMargins(36, 20, 36, 28);
     column->setSpacing(0);
 
-    QPushButton *crossBtn = makeButton(QStringLiteral("×"), crossStyle);
+    QPushButton *crossBtn = makeStyledButton(QStringLiteral("×"), crossStyle);
     crossBtn->setFixedSize(28, 28);
     crossBtn->setAccessibleName(tr("Close"));
     connect(crossBtn, &QPushButton::clicked, this, &AboutDialog::accept);
@@ -142,7 +142,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addWidget(makeLine(lineStyle));
     column->addSpacing(10);
 
-    QPushButton *webSiteBtn = makeButton(QLatin1String(makerWebAddress), webSiteStyle);
+    QPushButton *webSiteBtn = makeStyledButton(QLatin1String(makerWebAddress), webSiteStyle);
     webSiteBtn->setAccessibleName(tr("Web site %1").arg(QLatin1String(makerWebAddress)));
     connect(webSiteBtn, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(QUrl(QLatin1String(makerWebSite))); });
@@ -152,7 +152,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addWidget(makeLine(lineStyle));
     column->addSpacing(12);
 
-    QPushButton *updateBtn = makeButton(tr("Check for Updates"), updateStyle);
+    QPushButton *updateBtn = makeStyledButton(tr("Check for Updates"), updateStyle);
     connect(updateBtn, &QPushButton::clicked, updateBtn, [updateBtn] {
         updateBtn->setEnabled(false);
         Updater::checkForPerson();
@@ -163,7 +163,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addWidget(updateBtn, 0, Qt::AlignHCenter);
     column->addSpacing(16);
 
-    QPushButton *closeBtn = makeButton(tr("Close"), closeStyle);
+    QPushButton *closeBtn = makeStyledButton(tr("Close"), closeStyle);
     connect(closeBtn, &QPushButton::clicked, this, &AboutDialog::accept);
     column->addWidget(closeBtn, 0, Qt::AlignHCenter);
 

@@ -16,6 +16,7 @@ private slots:
     void record_isPlain();
     void record_hasTheTypesOfItsFields();
     void record_keepsTheOrderOfItsFields();
+    void table_hasEachFieldUnderItsKeyInTheOrderOfTheFields();
     void fresh_holdsTheStartUpDefaults();
     void fresh_isUnlikeAFirstRunOnlyInTheTimersFont();
 };
@@ -98,6 +99,47 @@ void AppSettingsTest::record_keepsTheOrderOfItsFields()
     QCOMPARE(&shortcutPlusMin, &settings.shortcutPlusMin);
     QCOMPARE(&shortcutMinusMin, &settings.shortcutMinusMin);
     QCOMPARE(&shortcutToggleOutput, &settings.shortcutToggleOutput);
+}
+
+// The other tests compare records by this table, so its keys and fields are compared with words.
+void AppSettingsTest::table_hasEachFieldUnderItsKeyInTheOrderOfTheFields()
+{
+    const AppSettings settings;
+    const QList<std::pair<QByteArray, const void *>> expected{
+        {"clock24hr", &settings.clock24hr},
+        {"clockShowSeconds", &settings.clockShowSeconds},
+        {"bgColor", &settings.bgColor},
+        {"timerColorNormal", &settings.timerColorNormal},
+        {"timerColorWarning", &settings.timerColorWarning},
+        {"timerColorCritical", &settings.timerColorCritical},
+        {"clockColor", &settings.clockColor},
+        {"messageColor", &settings.messageColor},
+        {"timerFontSize", &settings.timerFontSize},
+        {"clockFontSize", &settings.clockFontSize},
+        {"messageFontSize", &settings.messageFontSize},
+        {"defaultDuration", &settings.defaultDuration},
+        {"warningThreshold", &settings.warningThreshold},
+        {"overtimeEnabled", &settings.overtimeEnabled},
+        {"blinkEnabled", &settings.blinkEnabled},
+        {"bgImagePath", &settings.bgImagePath},
+        {"bgImageEnabled", &settings.bgImageEnabled},
+        {"soundFilePath", &settings.soundFilePath},
+        {"soundEnabled", &settings.soundEnabled},
+        {"shortcutStartPause", &settings.shortcutStartPause},
+        {"shortcutReset", &settings.shortcutReset},
+        {"shortcutPlusMin", &settings.shortcutPlusMin},
+        {"shortcutMinusMin", &settings.shortcutMinusMin},
+        {"shortcutToggleOutput", &settings.shortcutToggleOutput},
+    };
+    QCOMPARE(storedSettings.size(), std::size_t(expected.size()));
+    for (std::size_t i = 0; i < storedSettings.size(); ++i) {
+        const auto &[key, field] = expected.at(qsizetype(i));
+        const void *address =
+            std::visit([&settings](auto member) -> const void * { return &(settings.*member); },
+                       storedSettings[i].field);
+        QCOMPARE(QByteArray(storedSettings[i].key), key);
+        QCOMPARE(address, field);
+    }
 }
 
 void AppSettingsTest::fresh_holdsTheStartUpDefaults()

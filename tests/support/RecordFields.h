@@ -12,33 +12,13 @@ using RecordFields = QMap<QString, QVariant>;
 
 inline RecordFields fieldsOf(const AppSettings &settings)
 {
-    return {
-        {"clock24hr", settings.clock24hr},
-        {"clockShowSeconds", settings.clockShowSeconds},
-        {"bgColor", settings.bgColor},
-        {"timerColorNormal", settings.timerColorNormal},
-        {"timerColorWarning", settings.timerColorWarning},
-        {"timerColorCritical", settings.timerColorCritical},
-        {"clockColor", settings.clockColor},
-        {"messageColor", settings.messageColor},
-        {"timerFontSize", settings.timerFontSize},
-        {"clockFontSize", settings.clockFontSize},
-        {"messageFontSize", settings.messageFontSize},
-        {"defaultDuration", settings.defaultDuration},
-        {"warningThreshold", settings.warningThreshold},
-        {"overtimeEnabled", settings.overtimeEnabled},
-        {"blinkEnabled", settings.blinkEnabled},
-        {"presets", QVariant::fromValue(settings.presets)},
-        {"bgImagePath", settings.bgImagePath},
-        {"bgImageEnabled", settings.bgImageEnabled},
-        {"soundFilePath", settings.soundFilePath},
-        {"soundEnabled", settings.soundEnabled},
-        {"shortcutStartPause", settings.shortcutStartPause},
-        {"shortcutReset", settings.shortcutReset},
-        {"shortcutPlusMin", settings.shortcutPlusMin},
-        {"shortcutMinusMin", settings.shortcutMinusMin},
-        {"shortcutToggleOutput", settings.shortcutToggleOutput},
-    };
+    RecordFields fields{{"presets", QVariant::fromValue(settings.presets)}};
+    for (const StoredSetting &setting : storedSettings) {
+        fields[setting.key] =
+            std::visit([&settings](auto field) { return QVariant::fromValue(settings.*field); },
+                       setting.field);
+    }
+    return fields;
 }
 
 /// The fields in which two records differ, by name; empty for equal records.
