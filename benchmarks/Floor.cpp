@@ -1,4 +1,4 @@
-// The smallest program of the same toolkit that does what Velmora cannot do without. It counts
+// The smallest Qt program that does what Velmora cannot do without. It counts
 // down from five minutes as soon as it is shown.
 //
 //     velmora_floor WIDTH HEIGHT [--clock] [--preview] [--picture FILE]

@@ -32,7 +32,7 @@ private:
     QTimer clockTimer;
 };
 
-/// The least that a count-down of two windows can be made of in this toolkit: what the
+/// The least that a count-down of two windows can be made of in Qt: what the
 /// program's figures are measured against.
 ///
 /// One label a window, a timer of one second that dresses and fills both labels anew, and a

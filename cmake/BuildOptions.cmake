@@ -3,7 +3,7 @@
 add_library(velmora_options INTERFACE)
 
 target_compile_definitions(velmora_options INTERFACE
-    # The program stays clear of everything that the toolkit has deprecated up to 6.8.
+    # The program stays clear of everything that Qt has deprecated up to 6.8.
     QT_DISABLE_DEPRECATED_BEFORE=0x060800
     QT_DISABLE_DEPRECATED_UP_TO=0x060800
     # What newer ones have deprecated since is warned of, under both names of this setting.
@@ -53,7 +53,7 @@ if(VELMORA_COVERAGE)
     target_link_options(velmora_options INTERFACE --coverage)
 endif()
 
-# Stricter, for the program itself: some of the toolkit's test macros convert silently.
+# Stricter, for the program itself: some of Qt's test macros convert silently.
 add_library(velmora_strict_options INTERFACE)
 if(NOT MSVC)
     target_compile_options(velmora_strict_options INTERFACE -Wconversion -Wsign-conversion)

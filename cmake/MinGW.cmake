@@ -1,8 +1,8 @@
 # A toolchain file: builds for 64-bit Windows on another system, with Debian's cross compiler
 # (package g++-mingw-w64-x86-64-posix) or another one of the same name. The POSIX flavour has the
-# standard library's threads, which the toolkit needs.
+# standard library's threads, which Qt needs.
 #
-# The toolkit for Windows is looked for in CMAKE_PREFIX_PATH, its tools for this system in
+# Qt for Windows is looked for in CMAKE_PREFIX_PATH, its tools for this system in
 # QT_HOST_PATH; scripts/windows makes the one and names the other.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)

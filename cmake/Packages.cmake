@@ -22,7 +22,7 @@ serve button panels as well, and plays a sound of your choice at zero.")
 # What the program links is found by dpkg-shlibdeps. What it loads when it runs is not:
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 
-# The audio cue. From Qt 6.5 on the toolkit's own backend has all decoders that it needs. The
+# The audio cue. From Qt 6.5 on Qt's own backend has all decoders that it needs. The
 # one before it asks GStreamer, which cannot even be created without "base", and finds its
 # decoders and the way to the sound server in "good" and, for aac, in "libav".
 if(Qt6Multimedia_VERSION VERSION_LESS 6.5)

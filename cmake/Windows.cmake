@@ -22,9 +22,9 @@ set_property(SOURCE "${PROJECT_BINARY_DIR}/packaging/velmora.rc"
         "${PROJECT_SOURCE_DIR}/assets/icons/velmora.ico"
         "${PROJECT_SOURCE_DIR}/packaging/windows/velmora.manifest")
 
-# The program's own folder: its libraries beside it, the toolkit's plug-ins below it.
+# The program's own folder: its libraries beside it, Qt's plug-ins below it.
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
-# What the toolkit and the compiler's libraries ask for; scripts/windows collects it.
+# What Qt and the compiler's libraries ask for; scripts/windows collects it.
 set(VELMORA_LICENSES "" CACHE PATH "Folder of the licences of all else that goes into the package")
 if(VELMORA_LICENSES)
     install(DIRECTORY "${VELMORA_LICENSES}/" DESTINATION .)
@@ -37,14 +37,14 @@ if(MSVC)
     include(InstallRequiredSystemLibraries) # Visual Studio's own
 endif()
 if(NOT CMAKE_CROSSCOMPILING)
-    # The toolkit's own tool, which comes with the toolkit for Windows and runs only there.
+    # Qt's own tool, which comes with Qt for Windows and runs only there.
     if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
         qt_generate_deploy_app_script(TARGET velmora OUTPUT_SCRIPT deploy
             NO_UNSUPPORTED_PLATFORM_ERROR NO_TRANSLATIONS)
         install(SCRIPT "${deploy}")
     else()
         message(STATUS "Qt ${Qt6_VERSION} cannot say what it needs on other machines: "
-            "the toolkit's libraries are not installed.")
+            "Qt's libraries are not installed.")
     endif()
     return()
 endif()

@@ -1,6 +1,6 @@
 // The background picture: a byte chooses the file's ending, the rest is the file.
 //
-// - A file that the toolkit cannot read leaves the colour; one that it can read is stretched over
+// - A file that Qt cannot read leaves the colour; one that it can read is stretched over
 //   the whole window, and the colour shows only through the picture itself.
 // - Without the file the colour is back.
 
@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     stage->settings.bgImagePath = path;
     window.refreshSettings();
-    // Not QPixmap(path): the toolkit's cache may have an earlier file of that name and size.
+    // Not QPixmap(path): Qt's cache may have an earlier file of that name and size.
     const QPixmap pixmap = QPixmap::fromImage(QImage(path));
     require(drawnCorner(window) == expectedCorner(pixmap), "The ground is another");
     require(window.size() == windowSize, "The picture has changed the window's size");

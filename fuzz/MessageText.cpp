@@ -1,6 +1,6 @@
 // The message on stage: a byte chooses UTF-8 or UTF-16 and how often a plain text is repeated, the
 // rest is the text, which may be rich. Rich text is taken once: hundreds of paragraphs with margins
-// of 99999 pixels add up to more than the toolkit's layout can count, and it does not come to an
+// of 99999 pixels add up to more than Qt's layout can count, and it does not come to an
 // end.
 //
 // - The message line holds the text as it was set, and nothing else of the window changes: not

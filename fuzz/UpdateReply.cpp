@@ -145,7 +145,7 @@ struct Document
     QString releaseNotes;
 };
 
-// The toolkit's reading of a body that may be anything.
+// Qt's reading of a body that may be anything.
 Document readDocument(const QByteArray &body)
 {
     const QJsonValue product =

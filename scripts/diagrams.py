@@ -14,7 +14,7 @@ SOURCES = pathlib.Path(__file__).resolve().parent.parent / "src"
 
 INK = "#0d2b45"
 LINE = "#5b7fa3"
-# One family, from dark to light: the entry, the windows, the rest of ours, the toolkit.
+# One family, from dark to light: the entry, the windows, the rest of ours, Qt.
 STRONG, MIDDLE, SOFT, PALE = "#2f6690", "#81afd3", "#c3dbee", "#eef4f9"
 
 
@@ -44,7 +44,7 @@ def subsystems(path):
     for node, name, shape in re.findall(r'"(node\d+)" \[ label = "([^"]+)", shape = (\w+)', text):
         names[node] = name.split("\\n")[0]
         if shape == "egg" and names[node].startswith("Qt6::"):
-            tools.add(node)  # the toolkit's generators
+            tools.add(node)  # Qt's generators
     edges = re.findall(r'"(node\d+)" -> "(node\d+)"', text)
 
     def is_ours(node):

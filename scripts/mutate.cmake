@@ -1,5 +1,5 @@
 # Included by the build of scripts/mutate (CMAKE_PROJECT_INCLUDE), where each change of a source
-# costs a compilation: the toolkit's headers are compiled once, before all others.
+# costs a compilation: Qt's headers are compiled once, before all others.
 
 # Otherwise they would have to be compiled for programs and for libraries.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

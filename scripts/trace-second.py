@@ -1,7 +1,7 @@
 # Run by gdb (see scripts/diagrams): writes down what one counting second of Velmora calls.
 #
 # From the third tick of the engine on, the program is stopped at each of its own methods and
-# at what these ask of the toolkit, and the callers are read off the stack. A line of the
+# at what these ask of Qt, and the callers are read off the stack. A line of the
 # trace is one call: its callers from the outermost one down to itself, parted by tabs, where
 # a widget follows the method that it is asked to run. It ends once both windows have painted
 # the new figure. What other timers do in the meantime is left out.
@@ -81,7 +81,7 @@ class Call(gdb.Breakpoint):
 
 
 class Request(Call):
-    """The program asks a widget of the toolkit to change."""
+    """The program asks a widget of Qt to change."""
 
     in_toolkit = True
 
@@ -94,7 +94,7 @@ class Request(Call):
 
 
 class Painting(Call):
-    """The toolkit has a changed widget paint itself; the last one ends the trace."""
+    """Qt has a changed widget paint itself; the last one ends the trace."""
 
     in_toolkit = True
 

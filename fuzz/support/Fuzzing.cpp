@@ -21,12 +21,12 @@ void (*warningHandler)(const QString &text) = nullptr;
 void handleMessage(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
     if (type == QtFatalMsg)
-        require(false, "The toolkit gives up", text);
+        require(false, "Qt gives up", text);
     if (type == QtWarningMsg && warningHandler)
         warningHandler(text);
 }
 
-// While everything is alive: at the end some toolkits have torn down half of what they keep.
+// While everything is alive: at the end some versions of Qt have torn down half of what they keep.
 // Ever more rarely, as a check takes longer than an input.
 void checkForLeaks()
 {

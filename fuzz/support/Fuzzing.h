@@ -15,7 +15,7 @@ void require(bool holds, const char *what);
 /// As above, with a detail that is printed behind @p what.
 void require(bool holds, const char *what, const QString &detail);
 
-/// Catches the toolkit's warnings, which are otherwise dropped: a text that a million inputs
+/// Catches Qt's warnings, which are otherwise dropped: a text that a million inputs
 /// print is of no use.
 void onWarning(void (*handler)(const QString &text));
 

@@ -44,7 +44,7 @@ const QString setButtonStyle = QStringLiteral(
 const QString addToPresetStyle =
     QStringLiteral("QPushButton { padding:0; min-height:0; font-size:13px; }");
 
-// To find out the format, the toolkit would load all of its plugins for pictures.
+// To find out the format, Qt would load all of its plugins for pictures.
 QPixmap readLogo()
 {
     QImageReader reader(logoPath, "png");
@@ -106,8 +106,8 @@ QLayout *ControlWindow::buildHeaderRow()
 
 QWidget *ControlWindow::buildScrollArea()
 {
-    // In its place before it is filled: a widget that is moved is dressed anew, and with it all
-    // that it holds.
+    // In its place before it is filled: a widget that is moved gets its style
+    // again, and with it all that it holds.
     auto *scrollArea = new QScrollArea(centralWidget());
     scrollArea->setAccessibleName(tr("Timer controls")); // Tab stops at it, too
     scrollArea->setWidgetResizable(true);

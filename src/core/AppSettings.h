@@ -11,8 +11,8 @@
 /// Every preference of the program, in one plain record.
 ///
 /// One instance lives for the whole run; windows and dialogs share it by pointer
-/// and see the live values. The record reports no change: whoever changes a field
-/// saves it and tells the windows.
+/// and see the live values. The record reports no change: the code that changes a
+/// field saves it and tells the windows.
 ///
 /// The values here are the defaults, which a load also takes where a key is absent. Only
 /// `timerFontSize` differs there; see firstRunTimerFontSize. Keys and ranges are in the table

@@ -50,7 +50,7 @@ QString clockText(const AppSettings &settings)
     return QTime::currentTime().toString(format);
 }
 
-// Not QPixmap::load, which answers from the toolkit's cache: there a file is known by its size and
+// Not QPixmap::load, which answers from Qt's cache: there a file is known by its size and
 // the second of its last change, and one that was replaced within that second would be the old one.
 // As there, only a name without a suffix is tried with those of the known formats.
 QPixmap readPicture(const QString &path)

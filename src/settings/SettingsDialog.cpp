@@ -42,7 +42,7 @@ SettingsDialog::SettingsDialog(AppSettings *settings, QWidget *parent)
 
     auto *updateBtn = new Button(tr("Check for Updates"));
     updateBtn->setStyleSheet(updateButtonStyle);
-    connect(updateBtn, &QPushButton::clicked, this, [] { Updater::checkForPerson(); });
+    connect(updateBtn, &QPushButton::clicked, this, [] { Updater::checkInteractively(); });
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(tabs);

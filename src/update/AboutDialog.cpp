@@ -155,7 +155,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     QPushButton *updateBtn = makeStyledButton(tr("Check for Updates"), updateStyle);
     connect(updateBtn, &QPushButton::clicked, updateBtn, [updateBtn] {
         updateBtn->setEnabled(false);
-        Updater::checkForPerson();
+        Updater::checkInteractively();
         // Whatever comes of the check; a card closed before then takes the timer with it.
         QTimer::singleShot(updateButtonRestMs, Qt::CoarseTimer, updateBtn,
                            [updateBtn] { updateBtn->setEnabled(true); });

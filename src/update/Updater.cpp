@@ -28,7 +28,7 @@ std::array<int, 3> versionNumbers(const QString &text)
     std::array<int, 3> numbers{};
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const QString part = parts.value(qsizetype(i));
-        // 0 for what is no 32-bit decimal. The toolkit would read as far as a NUL character.
+        // 0 for what is no 32-bit decimal. Qt would read as far as a NUL character.
         numbers[i] = part.contains(QChar::Null) ? 0 : part.toInt();
     }
     return numbers;
@@ -40,7 +40,7 @@ bool isHttpsUrl(const QString &text)
     return text.startsWith(QLatin1String("https:")) && QUrl(text, QUrl::TolerantMode).isValid();
 }
 
-// Sets the escaped notes, and has a person read them as they were written.
+// Sets the escaped notes, and shows them as they were written.
 void setNotes(QMessageBox &box, const QString &notes)
 {
     const QString escaped = notes.toHtmlEscaped();
@@ -52,7 +52,7 @@ void setNotes(QMessageBox &box, const QString &notes)
         // The box leaves the format to a guess, which may take "&amp;" for plain text.
         label->setTextFormat(escaped == notes ? Qt::PlainText : Qt::RichText);
         // Asking for the size fills the rich text's document, in which lines run together.
-        // Should a toolkit have no such document, only the line breaks are lost.
+        // Should a version of Qt have no such document, only the line breaks are lost.
         label->sizeHint();
         if (auto *document = label->findChild<QTextDocument *>())
             document->setPlainText(notes);
@@ -77,7 +77,7 @@ void Updater::check(bool silent)
     network.get(request);
 }
 
-void Updater::checkForPerson()
+void Updater::checkInteractively()
 {
     // The list is never deleted either, so a leak checker does not take them for lost.
     // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)

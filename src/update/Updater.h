@@ -18,17 +18,17 @@ public:
     explicit Updater(QObject *parent = nullptr);
 
     /// Sends one request and returns at once. A newer version is always offered; with
-    /// @p silent off, a person is also told that the program is up to date. The answer
+    /// @p silent off, the user also sees that the program is up to date. The answer
     /// is treated in the mode of the last call.
     void check(bool silent);
 
     /// Starts a check that also confirms that the program is up to date. The updater
     /// behind it is deliberately never deleted: it must outlive the dialog whose button
     /// started it, since that may be closed before the reply arrives.
-    static void checkForPerson();
+    static void checkInteractively();
 
     /// Whether the version text @p remote is newer than @p local. Three numbers count,
-    /// parted by dots; one that is missing or not a 32-bit decimal counts as 0.
+    /// separated by dots; one that is missing or not a 32-bit decimal counts as 0.
     static bool isNewer(const QString &remote, const QString &local);
 
 private slots:

@@ -107,7 +107,7 @@ struct CueFixture : ControlFixture
                        [=, this] { return player->mediaStatus() == status; });
     }
 
-    /// Waits until it is well under way: asked to stop earlier, the oldest toolkit blocks.
+    /// Waits until it is well under way: asked to stop earlier, the oldest Qt blocks.
     bool waitForSound(qint64 milliseconds = 1) const
     {
         return waitFor(&QMediaPlayer::positionChanged,

@@ -53,7 +53,7 @@ void ControlWindowCuePlayerTest::opening_isPlayed_data()
     QTest::newRow("by Test") << true;
 }
 
-// Asked so early, the oldest toolkit's player once blocked the program every few times.
+// Asked so early, the oldest Qt's player once blocked the program every few times.
 void ControlWindowCuePlayerTest::opening_isPlayed()
 {
     SKIP_WHERE_A_FILE_PLAYS_ONCE();

@@ -95,7 +95,7 @@ void ControlWindowPresetDragTest::dragToTheEnd_isStored()
 
 int main(int argc, char *argv[])
 {
-    // The offscreen platform gives up every drag at once; this one has the toolkit's own.
+    // The offscreen platform gives up every drag at once; this one has Qt's own.
     if (qEnvironmentVariable("QT_QPA_PLATFORM", "offscreen").startsWith("offscreen"))
         qputenv("QT_QPA_PLATFORM", "minimal");
     return runTest(argc, argv, TestPlatform(), [] { return new ControlWindowPresetDragTest; });

@@ -204,7 +204,7 @@ void ControlWindowShortcutKeysTest::unparsableText_isSilent()
 {
     QFETCH(QString, text);
     if (!QKeySequence(text, QKeySequence::NativeText).isEmpty() && text.trimmed().isEmpty())
-        QSKIP("This toolkit takes blanks for the space bar");
+        QSKIP("This Qt takes blanks for the space bar");
     AppSettings settings;
     settings.shortcutStartPause = text;
     Operated operated(settings);

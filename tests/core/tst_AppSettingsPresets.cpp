@@ -85,7 +85,7 @@ void AppSettingsPresetsTest::storedList_isTaken()
     QCOMPARE(loadedPresets(), expected);
 }
 
-// Which number it becomes is the toolkit's affair; the list keeps its length and neighbours.
+// Which number it becomes is Qt's affair; the list keeps its length and neighbours.
 void AppSettingsPresetsTest::storedElementBeyond32Bits_isReadAsTheToolkitDoes()
 {
     writeStoreBytes("[presets]\n1\\val=60\n2\\val=99999999999\n3\\val=61\nsize=3\n");

@@ -100,7 +100,7 @@ QString text(const QString &path, const QString &name)
 QVariant number(const QString &path, const QString &name)
 {
     const Value found = value(path, name);
-    qint64 wide = 0; // the toolkit's own number, that of an array's elements
+    qint64 wide = 0; // Qt's own number, that of an array's elements
     qint32 narrow = 0;
     if (found.kind == REG_QWORD && found.bytes.size() == sizeof wide) {
         memcpy(&wide, found.bytes.constData(), sizeof wide);
@@ -197,7 +197,7 @@ void AppSettingsRegistryTest::load_storesNothing()
     QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
     DWORD keys = 0;
     DWORD values = 0;
-    // The toolkit makes the key for whoever could write to it.
+    // Qt makes the key for whoever could write to it.
     HKEY key = nullptr;
     QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, wide(storeKey), 0, KEY_READ, &key),
              LSTATUS(ERROR_SUCCESS));

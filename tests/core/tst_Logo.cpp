@@ -54,7 +54,7 @@ void LogoTest::resource_isOneFileInOneDirectory()
     QCOMPARE(entries, QStringList{logoPath});
 }
 
-// The toolkit has directories of its own beside it, so the compiled-in tree is looked at.
+// Qt has directories of its own beside it, so the compiled-in tree is looked at.
 void LogoTest::resource_hasNothingBesideTheDirectory()
 {
     const QString source = generatedSource();

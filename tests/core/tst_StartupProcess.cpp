@@ -26,7 +26,7 @@ private slots:
 
 namespace {
 
-// What the toolkit and its libraries say of a machine without sound, without a session bus
+// What Qt and its libraries say of a machine without sound, without a session bus
 // or without hardware decoders. Not one line of it is the program's.
 bool isToolkitsOwn(const QString &line)
 {
@@ -50,7 +50,7 @@ QProcessEnvironment environmentIn(const QTemporaryDir &home)
 #else
     environment.insert("QT_QPA_PLATFORM", "offscreen");
 #endif
-    environment.insert("LC_ALL", "C.UTF-8"); // the toolkit remarks on any other encoding
+    environment.insert("LC_ALL", "C.UTF-8"); // Qt remarks on any other encoding
     return environment;
 }
 

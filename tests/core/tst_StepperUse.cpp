@@ -117,7 +117,7 @@ void StepperUseTest::click_keepsToTheCallersSingleStep()
     QCOMPARE(spinBox->value(), 55);
 }
 
-// The toolkit's repeat begins 300 ms after the press by default.
+// Qt's repeat begins 300 ms after the press by default.
 void StepperUseTest::heldButton_doesNotRepeat()
 {
     QTest::mousePress(upButton(), Qt::LeftButton);

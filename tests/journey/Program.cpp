@@ -98,7 +98,7 @@ QByteArray Program::complaints()
 
 QByteArray withoutToolkitsComplaints(const QByteArray &standardError)
 {
-    // The one about a null pointer comes now and then from the oldest toolkit, when the
+    // The one about a null pointer comes now and then from the oldest Qt, when the
     // connection of the update check is refused at once.
     static const QRegularExpression notOurs(
         "^(PulseAudioService:|\\[[EW]\\]\\[[0-9:.]+\\] pw\\.|qt\\.multimedia|ALSA lib|Failed to "

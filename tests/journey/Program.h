@@ -69,7 +69,7 @@ private:
     QPoint setButton;
 };
 
-/// What is left of a program's standard error without the toolkit's complaints about a missing
+/// What is left of a program's standard error without Qt's complaints about a missing
 /// sound server and a refused connection.
 QByteArray withoutToolkitsComplaints(const QByteArray &standardError);
 

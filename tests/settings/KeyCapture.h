@@ -43,7 +43,7 @@ struct KeyCapture
     /// By the window system's way: to the grabber if there is one, else to the focus.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
-        // Without a text: the toolkit's table of them lacks keys like AltGr.
+        // Without a text: Qt's table of them lacks keys like AltGr.
         QTest::sendKeyEvent(QTest::Click, dialog->windowHandle(), key, QString(), modifiers);
     }
     /// One event with the modifiers as flags only, as a button panel sends it.

@@ -24,7 +24,7 @@ QStringList labelsIn(const QListWidget &list)
     return labels;
 }
 
-// The toolkit's drag is a loop of its own: what follows the first moves is played from it.
+// Qt's drag is a loop of its own: what follows the first moves is played from it.
 // `toTop`: before the first item; else behind the last one.
 void drag(QListWidget &list, int row, bool toTop)
 {
@@ -134,7 +134,7 @@ void SettingsDialogDraggingTest::thenCancel_keepsTheOrder()
 
 int main(int argc, char *argv[])
 {
-    // The offscreen platform drops every drag at once; this one runs the toolkit's own.
+    // The offscreen platform drops every drag at once; this one runs Qt's own.
     if (qEnvironmentVariable("QT_QPA_PLATFORM", "offscreen").startsWith("offscreen"))
         qputenv("QT_QPA_PLATFORM", "minimal");
     return runTest(argc, argv, TestPlatform(), [] { return new SettingsDialogDraggingTest; });

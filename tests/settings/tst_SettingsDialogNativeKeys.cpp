@@ -42,7 +42,7 @@ private slots:
 
 void SettingsDialogNativeKeysTest::initTestCase()
 {
-    // Before any sequence is read: the toolkit looks the names up once.
+    // Before any sequence is read: Qt looks the names up once.
     auto *names = new NativeNames;
     names->setParent(this);
     QVERIFY(QCoreApplication::installTranslator(names));

@@ -100,7 +100,7 @@ void SettingsDialogShortcutsTest::keyWithoutName_countsAsAKey_data()
     QTest::newRow("left Super") << Qt::Key_Super_L;
 }
 
-// Not every toolkit has a name for these; what it shows instead is its own affair.
+// Not every version of Qt has a name for these; what it shows instead is its own affair.
 void SettingsDialogShortcutsTest::keyWithoutName_countsAsAKey()
 {
     QFETCH(const Qt::Key, key);

@@ -90,7 +90,7 @@ void CountedHourTest::ticks_keepUpWithTheMonotonicClock()
         number.push_back(double(i));
         lateness.push_back(milliseconds(ticks[i].moment - start) - double(i + 1) * intervalMs);
     }
-    // In its first seconds the toolkit moves the timer by up to a twentieth of the interval at
+    // In its first seconds Qt moves the timer by up to a twentieth of the interval at
     // a time, to moments at which others run out as well. Lateness is told from there on.
     const auto settled = std::ptrdiff_t(std::min(settlingTicks, ticks.size() / 2));
     const double phase = *std::min_element(lateness.begin() + settled, lateness.end());

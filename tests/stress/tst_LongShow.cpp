@@ -34,7 +34,7 @@ namespace {
 constexpr int ticksAnHour = 3600;
 // The first hours fill the caches of fonts, glyphs and style sheets.
 constexpr int warmUpHours = 4;
-// With an application-wide style sheet the toolkit keeps what it had worked out for the line
+// With an application-wide style sheet Qt keeps what it had worked out for the line
 // edits of a dialog that is gone, until the program ends.
 constexpr int heapOfADialogKiB = 8;
 constexpr int heapOfAnHourKiB = 4;

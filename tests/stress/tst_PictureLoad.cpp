@@ -10,7 +10,7 @@
 #include "TestMain.h"
 #include "Usage.h"
 
-/// Background pictures of up to a hundred megapixels. One that exceeds the toolkit's limit on
+/// Background pictures of up to a hundred megapixels. One that exceeds Qt's limit on
 /// the memory of a picture gives way to the colour; with the limit lifted, what a picture costs
 /// grows with its pixels and not faster. The count goes on in either case.
 class PictureLoadTest : public QObject
@@ -84,7 +84,7 @@ void PictureLoadTest::show(bool isTaken)
         QCoreApplication::processEvents();
     });
     ControlFixture &fixture = *windows;
-    qInfo("%d x %d pixels with the toolkit's limit at %d MiB (0 is none): %s, both windows made "
+    qInfo("%d x %d pixels with Qt's limit at %d MiB (0 is none): %s, both windows made "
           "and shown in %.0f ms of processor time, %.0f MiB more resident",
           largestSide, largestSide, QImageReader::allocationLimit(),
           isTaken ? "taken" : "not taken", cost * 1000, (usage::residentKiB() - before) / 1024);

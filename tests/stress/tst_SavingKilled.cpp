@@ -33,7 +33,7 @@ int killCount()
     return asked > 0 ? asked : 50;
 }
 
-/// The toolkit writes into a file of its own, which it renames over the store at the end. Where
+/// Qt writes into a file of its own, which it renames over the store at the end. Where
 /// the file system can, that file has no name until just before.
 QStringList unfinishedFiles(const QDir &directory)
 {

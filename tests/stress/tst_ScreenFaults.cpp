@@ -109,7 +109,7 @@ void ScreenFaults::operatorsMonitor_comesAndGoesWhileCounting()
 
         xrandr({"--output", "DUMMY0", "--primary", "--mode", "1920x1080", "--pos", "0x0",
                 "--output", "DUMMY1", "--mode", "1920x1080", "--pos", "1920x0"});
-        // The toolkit took the window over to the other screen, and notices where it stands
+        // Qt took the window over to the other screen, and notices where it stands
         // when it is moved for the first time.
         const int before = desktop::windowGeometry(controlTitle).x();
         desktop::placeWindow(controlTitle, QRect(200 + 50 * round, 40, 560, 900));

@@ -29,7 +29,7 @@ private slots:
 namespace {
 
 constexpr int trips = 500;
-// The first trips fill the toolkit's caches of fonts and pictures.
+// The first trips fill Qt's caches of fonts and pictures.
 constexpr int warmUpTrips = 50;
 constexpr int mostHeapKiB = 256;
 

@@ -73,7 +73,7 @@ void SoundFaultsTest::cleanup()
     program.kill();
     server.kill();
     server.waitForFinished();
-    qInfo("What the program and its toolkit wrote: %s", program.complaints().constData());
+    qInfo("What the program and Qt wrote: %s", program.complaints().constData());
 }
 
 /// A server of the test's own with a sink that nobody hears.

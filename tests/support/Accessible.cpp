@@ -38,7 +38,7 @@ bool isStop(const QAccessibleInterface &interface)
     return widget && !widget->isWindow() && isTabStop(*widget);
 }
 
-// Empty for what is no control. By the toolkit's class where there is one: it tells a check
+// Empty for what is no control. By Qt's class where there is one: it tells a check
 // box and a button that can be checked apart, which have the same role.
 QString kindOf(const QAccessibleInterface &interface)
 {
@@ -88,10 +88,10 @@ QString kindOf(const QAccessibleInterface &interface)
 QString reasonToLeaveOut(const QAccessibleInterface &interface)
 {
     if (interface.role() == QAccessible::ScrollBar)
-        return QStringLiteral("a scroll bar is the toolkit's, and the keys scroll without it");
+        return QStringLiteral("a scroll bar is Qt's, and the keys scroll without it");
     const QObject *object = interface.object();
     if (object && object->objectName() == QLatin1String("qt_msgboxex_icon_label"))
-        return QStringLiteral("a message box's icon is the toolkit's, and only repeats its text");
+        return QStringLiteral("a message box's icon is Qt's, and only repeats its text");
     return {};
 }
 

@@ -59,7 +59,7 @@ struct PrivateStore::Place
 PrivateStore::PrivateStore()
     : place(std::make_unique<Place>())
 {
-    // Whoever runs the tests reads what they print; the toolkit would tell a debugger alone.
+    // Whoever runs the tests reads what they print; Qt would tell a debugger alone.
     qputenv("QT_FORCE_STDERR_LOGGING", "1");
     const HKEY tests =
         createKey(HKEY_CURRENT_USER, QString::fromWCharArray(testsKey), REG_OPTION_NON_VOLATILE);
@@ -92,7 +92,7 @@ QString storeFilePath()
 
 bool storeExists()
 {
-    // The toolkit makes an empty key for whoever could write to it.
+    // Qt makes an empty key for whoever could write to it.
     return !registry().allKeys().isEmpty();
 }
 

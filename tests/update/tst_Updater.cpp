@@ -28,7 +28,7 @@ private slots:
     void check_sendsTheUserAgentOnce();
     void check_leavesTheManagersDefaults();
     void twoChecks_sendTwoRequests();
-    void checkForPerson_isNeverDeleted();
+    void checkInteractively_isNeverDeleted();
 };
 
 void UpdaterTest::initTestCase()
@@ -220,11 +220,11 @@ void UpdaterTest::twoChecks_sendTwoRequests()
 }
 
 // It has to outlive the dialog whose button started the check.
-void UpdaterTest::checkForPerson_isNeverDeleted()
+void UpdaterTest::checkInteractively_isNeverDeleted()
 {
     UpdateStage stage;
-    Updater::checkForPerson();
-    Updater::checkForPerson();
+    Updater::checkInteractively();
+    Updater::checkInteractively();
     QTRY_COMPARE(stage.server.requests().size(), 2);
     // One updater a call, each with a manager of its own.
     const QPointer<QNetworkAccessManager> first = stage.replies().at(0)->manager();

@@ -87,7 +87,7 @@ void UpdaterTransportTest::goodTransfer_isAnswered_data()
                                            + QByteArray::number(newerBody.size(), 16) + "\r\n"
                                            + newerBody + "\r\n0\r\n\r\n"}}
                                << here;
-    // The toolkit's default follows redirections that stay as safe as they were.
+    // Qt's default follows redirections that stay as safe as they were.
     QTest::addRow("moved for good")
         << Answers{{redirection("301 Moved Permanently", endpointAddress("https"))}, {document}}
         << there;
