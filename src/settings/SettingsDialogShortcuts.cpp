@@ -45,7 +45,7 @@ constexpr std::array<ShortcutAction, 5> shortcutActions{{
 // The record holds the portable form; it is deliberately parsed in the native one.
 QKeySequence keysOf(const ShortcutAction &action, const AppSettings &settings)
 {
-    return QKeySequence(settings.*action.field, QKeySequence::NativeText);
+    return {settings.*action.field, QKeySequence::NativeText};
 }
 
 // Only these four keep a row waiting; AltGr and the lock keys count as keys.
