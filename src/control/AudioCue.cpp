@@ -3,9 +3,9 @@
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "AppSettings.h"
 #include "FormHelpers.h"
@@ -23,6 +23,12 @@ AudioCue::AudioCue(AppSettings *settings, QWidget *window)
 {
     if (!settings->soundFilePath.isEmpty())
         cuePlayer.setFile(settings->soundFilePath);
+}
+
+void AudioCue::addRows(QVBoxLayout *column)
+{
+    column->addWidget(makeSwitch());
+    column->addLayout(makeFileRow());
 }
 
 QWidget *AudioCue::makeSwitch()

@@ -8,6 +8,7 @@ struct AppSettings;
 class QCheckBox;
 class QLabel;
 class QLayout;
+class QVBoxLayout;
 class QWidget;
 
 /// The audio cue: its switch and its file in the Control window, and when it is played.
@@ -22,10 +23,9 @@ public:
     /// and must outlive the cue; @p window owns the player and is the parent of the file dialog.
     AudioCue(AppSettings *settings, QWidget *window);
 
-    /// The check box, without parent.
-    QWidget *makeSwitch();
-    /// The row with the file's name, "Browse…" and "Test".
-    QLayout *makeFileRow();
+    /// Adds the switch, and the row with the file's name, "Browse…" and "Test", to @p column. Called
+    /// once.
+    void addRows(QVBoxLayout *column);
 
     /// The count is at zero: plays the cue, unless it has fired since it was re-armed, is switched
     /// off or has no file.
@@ -36,6 +36,8 @@ public:
     void browse();
 
 private:
+    QWidget *makeSwitch();
+    QLayout *makeFileRow();
     void test();
     void showFileName();
 

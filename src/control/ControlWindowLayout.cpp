@@ -153,8 +153,7 @@ QWidget *ControlWindow::buildScrollArea()
 
     column->addWidget(makeLine());
     column->addWidget(makeHookedHeader(tr("Audio Cue at 00:00")));
-    column->addWidget(cue->makeSwitch());
-    column->addLayout(cue->makeFileRow());
+    cue->addRows(column);
 
     column->addStretch();
 
