@@ -112,6 +112,7 @@ private slots:
     void browse_accepted_takesTheFile_data();
     void browse_accepted_takesTheFile();
     void browse_accepted_isHeardAtTheNextZero();
+    void browse_afterABrokenFile_isNotPlayed();
     void browse_cancelled_changesNothing_data();
     void browse_cancelled_changesNothing();
     void test_plays_data();
@@ -325,6 +326,24 @@ void ControlWindowCueFileTest::browse_accepted_isHeardAtTheNextZero()
     QVERIFY(fixture.waitForFile());
     fixture.window->onTimerTick(0);
     QCOMPARE(fixture.plays(), 1);
+}
+
+// A zero that found no sound is over: choosing a file plays nothing in front of an audience.
+void ControlWindowCueFileTest::browse_afterABrokenFile_isNotPlayed()
+{
+    SKIP_WHERE_A_DRIVE_IS_NO_PATH();
+    CueFixture fixture(withCue(files.file("text.wav", "This is no sound.\n")));
+    QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
+    fixture.window->onTimerTick(0);
+    QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
+    const int before = fixture.plays(); // a newer player tries it once more
+    const DialogScript script(QFileInfo(files.sound("new.wav", 3000)).absoluteFilePath(),
+                              DialogScript::End::Accept);
+    fixture.window->browseSoundFile();
+    QVERIFY(script.ran);
+    QVERIFY(fixture.waitForFile());
+    QCoreApplication::processEvents();
+    QCOMPARE(fixture.plays(), before);
 }
 
 void ControlWindowCueFileTest::browse_cancelled_changesNothing_data()
