@@ -23,8 +23,8 @@ public:
     /// and must outlive the cue; @p window owns the player and is the parent of the file dialog.
     AudioCue(AppSettings *settings, QWidget *window);
 
-    /// Adds the switch, and the row with the file's name, "Browse…" and "Test", to @p column. Called
-    /// once.
+    /// Adds the switch, and the row with the file's name, "Browse…" and "Test", to @p column.
+    /// Called once.
     void addRows(QVBoxLayout *column);
 
     /// The count is at zero: plays the cue, unless it has fired since it was re-armed, is switched

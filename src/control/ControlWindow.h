@@ -24,8 +24,8 @@ class TimerEngine;
 ///
 /// It keeps no time of its own. It drives the one engine and the one Output window,
 /// which hold the truth; its buttons carry no state beyond checked and enabled. What it
-/// changes in the settings record, it saves at once. Closing
-/// it closes the Output window, and with the last window the program ends.
+/// changes in the settings record, it saves at once. Closing it closes the Output window,
+/// and with the last window the program ends.
 class ControlWindow : public QMainWindow
 {
     Q_OBJECT

@@ -14,11 +14,13 @@ namespace {
 // Older than Qt 6.5, whose only player is GStreamer's.
 constexpr bool isOldestQt = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
 
-// From Qt 6.5 to 6.9, all sounds share one connection to PulseAudio, which lives in the thread of the
-// first sound. If the server dies while that one plays, the player goes on writing to what the end of
-// the connection has deleted, and the program crashes; once the thread has ended, nothing connects
-// again. So the connection is made in the main thread, which connects again after three seconds, and
-// the player is stopped before it learns of the end: the only event that the connection receives.
+// From Qt 6.5 to 6.9, all sounds share one connection to PulseAudio, which lives in the thread of
+// the first sound. If the server dies while that one plays, the player goes on writing to what the
+// end of the connection has deleted, and the program crashes; once the thread has ended, nothing
+// connects again. So the connection is made in the main thread, which tries once more after three
+// seconds, and the player is stopped before it learns of the end: the only event that the
+// connection receives. Qt names it in no public header, so it is known by its class's name; under
+// another name, nothing is guarded and nothing breaks.
 class ConnectionGuard : public QObject
 {
 public:
