@@ -1,6 +1,6 @@
 // What single operations of the program cost, each beside the same of the floor where it has
 // one. Windows are really shown and really painted, so it needs a desktop of two screens; it is
-// run by scripts/benchmark on the virtual one. Options are Google Benchmark's.
+// run by tools/benchmark/benchmark on the virtual one. Options are Google Benchmark's.
 
 #include <cstdio>
 #include <functional>
@@ -253,7 +253,7 @@ int main(int argc, char *argv[])
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     PaintWatch application(argc, argv);
     if (QGuiApplication::screens().size() < 2)
-        qFatal("benchmark: needs two screens; run it by scripts/benchmark");
+        qFatal("benchmark: needs two screens; run it by tools/benchmark/benchmark");
     PaintWatch::setQuitOnLastWindowClosed(false);
 
     // Program and floor in turn, at random, so that a slow moment of the machine hits both.

@@ -3,7 +3,7 @@
 # standard library's threads, which Qt needs.
 #
 # Qt for Windows is looked for in CMAKE_PREFIX_PATH, its tools for this system in
-# QT_HOST_PATH; scripts/windows makes the one and names the other.
+# QT_HOST_PATH; tools/windows/build makes the one and names the other.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

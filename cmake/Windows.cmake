@@ -24,7 +24,7 @@ set_property(SOURCE "${PROJECT_BINARY_DIR}/packaging/velmora.rc"
 
 # The program's own folder: its libraries beside it, Qt's plug-ins below it.
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
-# What Qt and the compiler's libraries ask for; scripts/windows collects it.
+# What Qt and the compiler's libraries ask for; tools/windows/build collects it.
 set(VELMORA_LICENSES "" CACHE PATH "Folder of the licences of all else that goes into the package")
 if(VELMORA_LICENSES)
     install(DIRECTORY "${VELMORA_LICENSES}/" DESTINATION .)

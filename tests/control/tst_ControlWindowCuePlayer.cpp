@@ -123,7 +123,7 @@ void ControlWindowCuePlayerTest::play_attachesTheOutputAnewOnTheOldestToolkit_da
     opening_isPlayed_data();
 }
 
-// Without it, a sound chosen minutes before is late there, as scripts/check-cue hears.
+// Without it, a sound chosen minutes before is late there, as tools/cue/check-cue hears.
 void ControlWindowCuePlayerTest::play_attachesTheOutputAnewOnTheOldestToolkit()
 {
     CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
