@@ -4,21 +4,6 @@
 #include "ControlFixture.h"
 #include "TestMain.h"
 
-class ControlWindowOutputThreeScreensTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void toggle_takesTheFirstListedScreenThatIsNotTheOperators_data();
-    void toggle_takesTheFirstListedScreenThatIsNotTheOperators();
-};
-
-void ControlWindowOutputThreeScreensTest::initTestCase()
-{
-    QCOMPARE(QGuiApplication::screens().size(), 3);
-}
-
 void ControlWindowOutputThreeScreensTest::
     toggle_takesTheFirstListedScreenThatIsNotTheOperators_data()
 {
@@ -29,22 +14,32 @@ void ControlWindowOutputThreeScreensTest::
     QTest::newRow("operator on the third") << 2 << 0;
 }
 
-void ControlWindowOutputThreeScreensTest::toggle_takesTheFirstListedScreenThatIsNotTheOperators()
+class ControlWindowOutputThreeScreensTest : public QObject
 {
-    QFETCH(int, operatorScreen);
-    QFETCH(int, audienceScreen);
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    ControlFixture fixture;
-    fixture.window->setGeometry(
-        QRect(screens.at(operatorScreen)->geometry().topLeft(), QSize(800, 900))
-            .translated(100, 100));
-    fixture.window->show();
-    QCOMPARE(fixture.window->screen(), screens.at(operatorScreen));
-    fixture.window->toggleOutput();
-    QVERIFY(fixture.output.isFullScreen());
-    QCOMPARE(fixture.output.geometry(), screens.at(audienceScreen)->geometry());
-    QCOMPARE(fixture.output.screen(), screens.at(audienceScreen));
-}
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QCOMPARE(QGuiApplication::screens().size(), 3); }
+
+    void toggle_takesTheFirstListedScreenThatIsNotTheOperators_data();
+
+    void toggle_takesTheFirstListedScreenThatIsNotTheOperators()
+    {
+        QFETCH(int, operatorScreen);
+        QFETCH(int, audienceScreen);
+        const QList<QScreen *> screens = QGuiApplication::screens();
+        ControlFixture fixture;
+        fixture.window->setGeometry(
+            QRect(screens.at(operatorScreen)->geometry().topLeft(), QSize(800, 900))
+                .translated(100, 100));
+        fixture.window->show();
+        QCOMPARE(fixture.window->screen(), screens.at(operatorScreen));
+        fixture.window->toggleOutput();
+        QVERIFY(fixture.output.isFullScreen());
+        QCOMPARE(fixture.output.geometry(), screens.at(audienceScreen)->geometry());
+        QCOMPARE(fixture.output.screen(), screens.at(audienceScreen));
+    }
+};
 
 VELMORA_TEST_MAIN(ControlWindowOutputThreeScreensTest, threeScreens())
 #include "tst_ControlWindowOutputThreeScreens.moc"
