@@ -4,16 +4,6 @@
 #include "ControlFixture.h"
 #include "TestMain.h"
 
-void ControlWindowOutputThreeScreensTest::
-    toggle_takesTheFirstListedScreenThatIsNotTheOperators_data()
-{
-    QTest::addColumn<int>("operatorScreen");
-    QTest::addColumn<int>("audienceScreen");
-    QTest::newRow("operator on the first") << 0 << 1;
-    QTest::newRow("operator on the second") << 1 << 0;
-    QTest::newRow("operator on the third") << 2 << 0;
-}
-
 class ControlWindowOutputThreeScreensTest : public QObject
 {
     Q_OBJECT
@@ -21,7 +11,14 @@ class ControlWindowOutputThreeScreensTest : public QObject
 private slots:
     void initTestCase() { QCOMPARE(QGuiApplication::screens().size(), 3); }
 
-    void toggle_takesTheFirstListedScreenThatIsNotTheOperators_data();
+    void toggle_takesTheFirstListedScreenThatIsNotTheOperators_data()
+    {
+        QTest::addColumn<int>("operatorScreen");
+        QTest::addColumn<int>("audienceScreen");
+        QTest::newRow("operator on the first") << 0 << 1;
+        QTest::newRow("operator on the second") << 1 << 0;
+        QTest::newRow("operator on the third") << 2 << 0;
+    }
 
     void toggle_takesTheFirstListedScreenThatIsNotTheOperators()
     {
