@@ -46,7 +46,7 @@ const Document documentsOfVersionOnly[] = {
     {"null", R"({"velmora":{"version":"9.0.0","downloadUrl":null,"releaseNotes":null}})"},
     {"number", R"({"velmora":{"version":"9.0.0","downloadUrl":7,"releaseNotes":7}})"},
     {"list",
-     R"({"velmora":{"version":"9.0.0","downloadUrl":["https://a.example/"],"releaseNotes":["x"]}})"},
+     R"({"velmora":{"version":"9.0.0","downloadUrl":["https://a.b/"],"releaseNotes":["x"]}})"},
 };
 
 const Document badDocuments[] = {
