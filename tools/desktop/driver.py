@@ -34,7 +34,7 @@ SETTINGS = "Settings"
 
 FIRST_MONITOR = (0, 0, 1920, 1080)
 SECOND_MONITOR = (1920, 0, 1920, 1080)
-# Where the Control window stands by itself, nothing scrolls.
+# Large enough for nothing in it to scroll.
 CONTROL_PLACE = (80, 40, 560, 900)
 
 NORMAL, WARNING, CRITICAL, MESSAGE = "00cc00", "ff8800", "ff2200", "ffff00"
@@ -202,11 +202,11 @@ class Picture:
         return [self.data[4 * start:4 * (start + width)]
                 for start in range(first, first + height * self.width, self.width)]
 
-    def ink(self, colour, area=None):
+    def ink(self, colour, area=None, least=3):
         """The box (x, y, width, height) around all that is drawn in the colour (rrggbb), as far
-        as three pixels of it are in a row; None without any."""
+        as that many pixels of it are in a row; None without any."""
         pixel = bytes.fromhex(colour)[::-1]
-        runs = re.compile(b"(?:" + re.escape(pixel) + b".){3,}", re.DOTALL)
+        runs = re.compile(b"(?:%s.){%d,}" % (re.escape(pixel), least), re.DOTALL)
         x, y, left, right, lines = *(area or (self.x, self.y))[:2], self.width, 0, []
         for line, row in enumerate(self.rows(area)):
             if pixel not in row:
@@ -242,11 +242,21 @@ def has_second_monitor(on):
 Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
 
 
-def _walk(accessible):
+def _descends(pid, ancestor):
+    """Whether a process is the other one, or one that it has started (the command may be a script
+    that starts the program)."""
+    while pid not in (0, ancestor):
+        status = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="utf-8")
+        pid = int(status.rpartition(")")[2].split()[1])
+    return pid == ancestor
+
+
+def _shown_below(accessible):
     for index in range(accessible.get_child_count()):
-        if child := accessible.get_child_at_index(index):
+        child = accessible.get_child_at_index(index)
+        if child and has_state(child, Atspi.StateType.SHOWING):
             yield child
-            yield from _walk(child)
+            yield from _shown_below(child)
 
 
 class Program:
@@ -270,7 +280,7 @@ class Program:
             del self.environment["DBUS_SESSION_BUS_ADDRESS"]
         self.environment.update(environment or {})
         self.accessible = accessible
-        self.errors = tempfile.TemporaryFile(dir=self.folder)
+        self.errors = self.folder / "stderr"
         self.process = None
         if settings is not None:
             self.store.parent.mkdir()
@@ -281,17 +291,20 @@ class Program:
 
     def __exit__(self, *_):
         self.kill()
-        self.errors.close()
         shutil.rmtree(self.folder)
 
     def launch(self):
-        self.process = subprocess.Popen(self.command, env=self.environment, stderr=self.errors)
+        with self.errors.open("ab") as errors:
+            self.process = subprocess.Popen(self.command, env=self.environment, stderr=errors)
 
     def start(self):
-        """Starts it and waits for both windows; the Control window is then as large as it takes
-        to see all of it."""
+        """Starts it, waits for both windows and lays them out."""
         self.launch()
         self.await_windows()
+        self.lay_out()
+
+    def lay_out(self):
+        """Makes the Control window so large that all of it is to be seen."""
         place(CONTROL, *CONTROL_PLACE)
         wait_for(lambda: (geometry(CONTROL) or ())[2:] == CONTROL_PLACE[2:], "its size of Control")
 
@@ -299,9 +312,12 @@ class Program:
         wait_for(lambda: not self.is_running() or has_window(CONTROL) and has_window(OUTPUT),
                  "both windows")
         if self.accessible:
-            wait_for(lambda: not self.is_running() or len(self.texts("Timer")) == 2, "both figures")
+            self.await_figures()
         if not self.is_running():
             raise AssertionError(f"Velmora has ended: {self.process.returncode}\n{self.written()}")
+
+    def await_figures(self):
+        wait_for(lambda: not self.is_running() or len(self.texts("Timer")) == 2, "both figures")
 
     def is_running(self):
         return self.process is not None and self.process.poll() is None
@@ -322,8 +338,7 @@ class Program:
 
     def written(self):
         """What it and its libraries wrote to standard error."""
-        self.errors.seek(0)
-        return self.errors.read().decode(errors="replace")
+        return self.errors.read_text(encoding="utf-8", errors="replace")
 
     def complaints(self):
         """What it wrote there itself."""
@@ -338,9 +353,9 @@ class Program:
         """Its entry on the bus; None if it is not there (yet)."""
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
-            with contextlib.suppress(GLib.Error):  # one that is just ending
+            with contextlib.suppress(GLib.Error, FileNotFoundError):  # one that is just ending
                 application = desktop.get_child_at_index(index)
-                if application and application.get_process_id() == self.process.pid:
+                if application and _descends(application.get_process_id(), self.process.pid):
                     application.set_cache_mask(Atspi.Cache.NONE)  # nothing would renew it here
                     return application
         return None
@@ -354,8 +369,7 @@ class Program:
             with contextlib.suppress(GLib.Error):  # a window that is just closing
                 top = application.get_child_at_index(index)
                 if top and window in (None, top.get_name()):
-                    found += [(widget, top.get_name()) for widget in _walk(top)
-                              if has_state(widget, Atspi.StateType.SHOWING)]
+                    found += [(widget, top.get_name()) for widget in _shown_below(top)]
         return found
 
     def named(self, name, window=None):
@@ -370,6 +384,11 @@ class Program:
     def has(self, name, window=None):
         return any(widget.get_name() == name for widget, _ in self.widgets(window))
 
+    def area(self, widget):
+        """Its place on the desktop, as (x, y, width, height)."""
+        box = widget.get_extents(Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
     def press(self, name, window=None):
         """Presses a button, as a screen reader does, and waits until it is up again."""
         widget = self.named(name, window)
@@ -378,7 +397,7 @@ class Program:
 
     def click(self, name, window=None):
         """A click of the mouse in the middle of the widget."""
-        x, y, width, height = area(self.named(name, window))
+        x, y, width, height = self.area(self.named(name, window))
         click(x + width // 2, y + height // 2)
 
     def click_into(self, name, window=None):
@@ -419,7 +438,7 @@ class Program:
         colour; with a size, whether the drawn figure is as high and long as in that font size."""
         for label in self.labels(description, window):
             shown = label.get_name()
-            box = Picture(area(label)).ink(colour) if text in (None, shown) else None
+            box = Picture(self.area(label)).ink(colour) if text in (None, shown) else None
             if box and label.get_name() == shown:
                 return size is None or (0.68 * size < box[3] < 0.8 * size and abs(
                     box[2] / size - (0.602 * len(shown) - 0.1)) < 0.15)
@@ -428,9 +447,3 @@ class Program:
 
 def has_state(widget, state):
     return widget.get_state_set().contains(state)
-
-
-def area(widget):
-    """Its place on the desktop, as (x, y, width, height)."""
-    box = widget.get_extents(Atspi.CoordType.SCREEN)
-    return box.x, box.y, box.width, box.height
