@@ -193,8 +193,10 @@ class Picture:
 
     def __init__(self, area=(0, 0, 3840, 1080)):
         self.x, self.y, self.width, self.height = area
-        # Four bytes a pixel: blue, green, red and anything.
-        self.data = _root.get_image(*area, X.ZPixmap, 0xffffffff).data
+        # Four bytes a pixel: blue, green, red, and one that tells where a pixel ends.
+        data = bytearray(_root.get_image(*area, X.ZPixmap, 0xffffffff).data)
+        data[3::4] = b"\1" * (len(data) // 4)
+        self.data = bytes(data)
 
     def rows(self, area=None):
         x, y, width, height = area or (self.x, self.y, self.width, self.height)
@@ -205,16 +207,15 @@ class Picture:
     def ink(self, colour, area=None, least=3):
         """The box (x, y, width, height) around all that is drawn in the colour (rrggbb), as far
         as that many pixels of it are in a row; None without any."""
-        pixel = bytes.fromhex(colour)[::-1]
-        runs = re.compile(b"(?:%s.){%d,}" % (re.escape(pixel), least), re.DOTALL)
+        pixel = bytes.fromhex(colour)[::-1] + b"\1"
+        runs = re.compile(b"(?:%s){%d,}" % (re.escape(pixel), least))
         x, y, left, right, lines = *(area or (self.x, self.y))[:2], self.width, 0, []
         for line, row in enumerate(self.rows(area)):
             if pixel not in row:
                 continue
             for run in runs.finditer(row):
-                if run.start() % 4 == 0:
-                    left, right = min(left, run.start() // 4), max(right, run.end() // 4)
-                    lines.append(line)
+                left, right = min(left, run.start() // 4), max(right, run.end() // 4)
+                lines.append(line)
         if not lines:
             return None
         return x + left, y + lines[0], right - left, lines[-1] - lines[0] + 1
