@@ -99,8 +99,7 @@ class Journey(unittest.TestCase):
         """On a busy machine, a key that was pressed may come after one more tick."""
         wait_for(self.stands_still, "the count to stop")
 
-    def gone(self, title):
-        wait_for(lambda: not driver.has_window(title), f'"{title}" to go')
+    gone = staticmethod(driver.await_gone)
 
     def is_at(self, title, area):
         wait_for(lambda: driver.geometry(title) == area,

@@ -109,6 +109,13 @@ def active_window():
                  if active and window.id == active.value[0]), None)
 
 
+def await_gone(title):
+    """Waits until there is no such window, and the window manager has given the keyboard to one of
+    those that are left."""
+    wait_for(lambda: not has_window(title) and (active_window() or not _windows()),
+             f'"{title}" to go')
+
+
 def _ask_manager(title, request, *data):
     message = event.ClientMessage(window=_window(title), client_type=_x.intern_atom(request),
                                   data=(32, (*data, 0, 0, 0, 0, 0)[:5]))
@@ -307,7 +314,8 @@ class Program:
     def lay_out(self):
         """Makes the Control window so large that all of it is to be seen."""
         place(CONTROL, *CONTROL_PLACE)
-        wait_for(lambda: (geometry(CONTROL) or ())[2:] == CONTROL_PLACE[2:], "its size of Control")
+        wait_for(lambda: (geometry(CONTROL) or ())[2:] == CONTROL_PLACE[2:] and active_window(),
+                 "the size of the Control window, and a window with the keyboard")
 
     def await_windows(self):
         wait_for(lambda: not self.is_running() or has_window(CONTROL) and has_window(OUTPUT),
