@@ -5,20 +5,12 @@
 #include <QMainWindow>
 
 #include "AudioCue.h"
-#include "KeyRepetition.h"
+#include "ControlWindowUi.h"
+#include "OperatorShortcuts.h"
 #include "OutputPreview.h"
 
-struct AppSettings;
 class OutputWindow;
-class PresetStrip;
-class QLabel;
-class QLayout;
-class QLineEdit;
-class QPushButton;
-class QShortcut;
-class QSpinBox;
 class QTimer;
-class TimerEngine;
 
 /// The operator's window: figure, transport, time, presets, view, message, cue.
 ///
@@ -73,55 +65,18 @@ protected:
 
 private:
     void buildUi();
-    QLayout *buildHeaderRow();
-    QWidget *buildScrollArea();
-    QLayout *buildDirectionRow();
-    QLayout *buildTransportRow();
-    QLayout *buildAdjustRow();
-    QLayout *buildSetTimeRow();
-    QLayout *buildViewRow();
-    QLayout *buildMessageRow();
-    QLayout *buildBottomRow();
-
     void loadDuration(int secs);
-    void showInSetTimeRow(int secs);
-    int setTimeSeconds() const;
-
-    void setupShortcuts();
-    void toggleStartPause();
-
     void chooseDirection(bool countUp);
     void redrawFigure(int seconds);
     void updateBlink(int seconds);
     void toggleBlink();
-    void offerOutput(bool showing);
 
     AppSettings *settings;
     TimerEngine *engine;
     OutputWindow *output;
-    QLabel *timerPreview = nullptr;
-    QSpinBox *minSpin = nullptr;
-    QSpinBox *secSpin = nullptr;
-    QPushButton *startBtn = nullptr;
-    QPushButton *pauseBtn = nullptr;
-    QPushButton *resetBtn = nullptr;
-    QPushButton *plusMinBtn = nullptr;
-    QPushButton *minusMinBtn = nullptr;
-    QPushButton *countdownBtn = nullptr;
-    QPushButton *countUpBtn = nullptr;
-    PresetStrip *presetList = nullptr;
-    QPushButton *viewTimerBtn = nullptr;
-    QPushButton *viewClockBtn = nullptr;
-    QPushButton *viewBothBtn = nullptr;
-    QLineEdit *messageEdit = nullptr;
-    QPushButton *outputToggleBtn = nullptr;
     std::unique_ptr<AudioCue> cue;
-    QShortcut *shortcutStartPauseSc = nullptr;
-    QShortcut *shortcutResetSc = nullptr;
-    QShortcut *shortcutPlusMinSc = nullptr;
-    QShortcut *shortcutMinusMinSc = nullptr;
-    QShortcut *shortcutToggleOutputSc = nullptr;
-    KeyRepetition keyRepetition;
+    std::unique_ptr<ControlWindowUi> ui;
+    OperatorShortcuts shortcuts;
     OutputPreview preview;
     QTimer *previewTimer = nullptr;
     QTimer *blinkTimer = nullptr;
