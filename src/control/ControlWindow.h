@@ -38,8 +38,8 @@ public slots:
     void onSetTime();
     /// Passes the direction on to engine and Output window; the buttons stay as they are.
     void onCountModeChanged(bool countUp);
-    /// Checks the button of @p mode, an OutputWindow::ViewMode, and tells the Output window.
-    /// Any other mode unchecks all three and tells it nothing.
+    /// Checks the button of @p mode, an OutputWindow::ViewMode, and passes it on to the Output
+    /// window. Any other mode unchecks all three and is not passed on.
     void onViewChanged(int mode);
     /// Shows the trimmed message on the Output window; a blank one changes nothing.
     void onPushMessage();
