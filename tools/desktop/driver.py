@@ -279,7 +279,8 @@ class Program:
 
     def __init__(self, command, settings=None, accessible=True, environment=None):
         self.command = shlex.split(os.environ.get("VELMORA_JOURNEY_PROGRAM", command))
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="velmora-store."))
+        self.folder = pathlib.Path(tempfile.mkdtemp(
+            prefix="store.", dir=os.environ.get("XDG_RUNTIME_DIR")))
         self.store = self.folder / "Velmora" / "Velmora.conf"
         self.environment = {**os.environ, "XDG_CONFIG_HOME": str(self.folder)}
         if accessible:
