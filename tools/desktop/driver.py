@@ -53,8 +53,9 @@ def wait_for(condition, what, patience=PATIENCE):
     function says it when it has not come about."""
     end = time.monotonic() + patience
     while True:
-        if value := condition():
-            return value
+        with contextlib.suppress(GLib.Error):  # a widget that has just gone, or no answer in time
+            if value := condition():
+                return value
         if time.monotonic() > end:
             raise AssertionError(f"not within {patience} s: {what() if callable(what) else what}")
         time.sleep(0.02)
@@ -247,7 +248,8 @@ def has_second_monitor(on):
 
 # The program, and its widgets by way of the accessibility bus.
 
-Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
+# Of one question on the bus, in milliseconds: short, so that one without an answer is asked again.
+Atspi.set_timeout(5000, 5000)
 
 
 def _descends(pid, ancestor):
@@ -362,6 +364,7 @@ class Program:
     def application(self):
         """Its entry on the bus; None if it is not there (yet)."""
         desktop = Atspi.get_desktop(0)
+        desktop.set_cache_mask(Atspi.Cache.NONE)
         for index in range(desktop.get_child_count()):
             with contextlib.suppress(GLib.Error, FileNotFoundError):  # one that is just ending
                 application = desktop.get_child_at_index(index)
@@ -388,7 +391,7 @@ class Program:
             return next((widget for widget, _ in self.widgets(window)
                          if widget.get_name() == name), None)
 
-        return wait_for(look, lambda: f'a widget "{name}"; there are ' + ", ".join(
+        return wait_for(look, lambda: f'"{name}" in {self.application()}, which has ' + ", ".join(
             f'"{widget.get_name()}"' for widget, _ in self.widgets(window) if widget.get_name()))
 
     def has(self, name, window=None):
