@@ -19,11 +19,12 @@ enable_testing()
 add_subdirectory(src)
 add_subdirectory(tests/core)
 """,
-    "src/CMakeLists.txt": "add_library(sample core/Fare.cpp)\n",
+    "src/CMakeLists.txt": "add_library(sample core/Fare.cpp core/Zone.cpp)\n",
     "src/core/Fare.h": "constexpr int adultAge = 18;\nint fare(int age);\n",
     # Nobody asks for the price at the limit, nor what is printed.
     "src/core/Fare.cpp": """#include "Fare.h"
 #include <cstdio>
+static_assert(sizeof(char) == 1);
 static void greet()
 {
     std::puts("Welcome");
@@ -36,6 +37,8 @@ int fare(int age)
     return age > 64 ? 7 : 10;
 }
 """,
+    # Comes after the others, of which nothing may be left then.
+    "src/core/Zone.cpp": "int zones() { return 4; }\n",
     "tests/core/CMakeLists.txt": """add_executable(tst_Fare tst_Fare.cpp)
 target_include_directories(tst_Fare PRIVATE ../../src/core)
 target_link_libraries(tst_Fare sample)
@@ -60,6 +63,8 @@ int main()
 }
 RESULTS = {
     "constexpr int adultAge = 18; -> constexpr int adultAge = 19;": "killed",  # by the compiler
+    "static_assert(sizeof(char) == 1); -> static_assert(sizeof(char) != 1);": "uncompilable",
+    "static_assert(sizeof(char) == 1); -> static_assert(sizeof(char) == 2);": "uncompilable",
     'std::puts("Welcome"); -> std::puts("Welcomex");': "equivalent",
     'std::puts("Welcome") -> removed': "survived",
     "greet() -> removed": "survived",
@@ -72,6 +77,7 @@ RESULTS = {
     "return age > 64 ? 7 : 10; -> return age > 65 ? 7 : 10;": "survived",
     "return age > 64 ? 7 : 10; -> return age > 64 ? 8 : 10;": "killed",
     "return age > 64 ? 7 : 10; -> return age > 64 ? 7 : 11;": "killed",
+    "int zones() { return 4; } -> int zones() { return 5; }": "survived",
 }
 
 
@@ -101,7 +107,7 @@ class Mutate(unittest.TestCase):
         status, output = self.mutate("--all")
         tried = {key: value for key, value in RESULTS.items() if value != "equivalent"}
         self.assertEqual(self.results(), tried, output)
-        self.assertIn("Killed: 6 of 12, 50.0 %", output)
+        self.assertIn("Killed: 6 of 13, 46.2 %", output)
         self.assertEqual(status, 1)
 
     def test_2_the_sources_are_left_as_they_were(self):
@@ -114,7 +120,7 @@ class Mutate(unittest.TestCase):
         lists = [self.mutate("--list", "--sample", "5", "--seed", seed) for seed in "1121"]
         self.assertEqual(lists[0], lists[1])
         self.assertNotEqual(lists[0], lists[2])
-        self.assertIn("of 13 changes", lists[0][1])
+        self.assertIn("of 16 changes", lists[0][1])
         changes = re.findall(r"^src/core/\S+?:\d+  [a-z ]+  (.*)  →  (.*)$", lists[0][1], re.M)
         self.assertLessEqual({" -> ".join(each) for each in changes}, RESULTS.keys())
 
