@@ -1,4 +1,5 @@
 # Sourced by what measures the programs, after tools/common.bash.
+# shellcheck disable=SC2034 # what it sets is for them
 
 # build_programs TARGET...: with the release flags. Names them in $velmora, $floor and $benchmarks,
 # and makes a $directory for this run: no sound server and no setting of the user is used or started.
