@@ -196,6 +196,13 @@ def click(x, y):
     _fake([1], X.ButtonRelease)
 
 
+def turn_wheel(steps):
+    """Turns the wheel of the mouse: down, and with a negative number up."""
+    for _ in range(abs(steps)):
+        for kind in X.ButtonPress, X.ButtonRelease:
+            _fake([5 if steps > 0 else 4], kind)
+
+
 class Picture:
     """What is to be seen at one moment in an area (x, y, width, height) of the desktop."""
 
