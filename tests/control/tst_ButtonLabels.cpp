@@ -12,25 +12,6 @@
 #include "UpdateStage.h"
 #include "Updater.h"
 
-/// Whether every button of every window shows its label whole: what is seen of it is as large as
-/// the same text drawn with nothing in its way.
-class ButtonLabelsTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-
-    void controlWindow_showsEveryLabelWhole();
-    void settingsDialog_showsEveryLabelWhole_data();
-    void settingsDialog_showsEveryLabelWhole();
-    void waitingRow_showsItsLabelWhole();
-    void aboutCard_showsEveryLabelWhole();
-    void updateBox_showsEveryLabelWhole_data();
-    void updateBox_showsEveryLabelWhole();
-    void clippedLabel_isFound();
-};
-
 namespace {
 
 QImage seen(QWidget &window, const QWidget &button)
@@ -114,100 +95,105 @@ QStringList clippedLabels(QWidget &window)
 
 } // namespace
 
-void ButtonLabelsTest::init()
+/// Whether every button of every window shows its label whole: what is seen of it is as large as
+/// the same text drawn with nothing in its way.
+class ButtonLabelsTest : public QObject
 {
-    removeStore();
-}
+    Q_OBJECT
 
-void ButtonLabelsTest::controlWindow_showsEveryLabelWhole()
-{
-    ControlFixture fixture;
-    fixture.showControl();
-    QVERIFY(fixture.button("Clear"));
-    VERIFY_LABELS_WHOLE(*fixture.window);
-    fixture.window->toggleOutput(); // the button's other text
-    QVERIFY(fixture.button("■  Hide Output Window"));
-    VERIFY_LABELS_WHOLE(*fixture.window);
-}
+private slots:
+    void init() { removeStore(); }
 
-void ButtonLabelsTest::settingsDialog_showsEveryLabelWhole_data()
-{
-    QTest::addColumn<QString>("title");
-    for (const char *title : {"Clock", "Colors", "Fonts", "Timer", "Shortcuts"})
-        QTest::newRow(title) << title;
-}
-
-void ButtonLabelsTest::settingsDialog_showsEveryLabelWhole()
-{
-    QFETCH(QString, title);
-    ControlFixture fixture; // installs the style sheet
-    SettingsDialog dialog(&fixture.settings, nullptr);
-    dialog.show();
-    auto *tabs = dialog.findChild<QTabWidget *>();
-    for (int i = 0; i < tabs->count(); ++i) {
-        if (tabs->tabText(i) == title)
-            tabs->setCurrentIndex(i);
+    void controlWindow_showsEveryLabelWhole()
+    {
+        ControlFixture fixture;
+        fixture.showControl();
+        QVERIFY(fixture.button("Clear"));
+        VERIFY_LABELS_WHOLE(*fixture.window);
+        fixture.window->toggleOutput(); // the button's other text
+        QVERIFY(fixture.button("■  Hide Output Window"));
+        VERIFY_LABELS_WHOLE(*fixture.window);
     }
-    QCOMPARE(tabs->tabText(tabs->currentIndex()), title);
-    VERIFY_LABELS_WHOLE(dialog);
-}
 
-void ButtonLabelsTest::waitingRow_showsItsLabelWhole()
-{
-    ControlFixture fixture;
-    SettingsDialog dialog(&fixture.settings, nullptr);
-    dialog.show();
-    auto *tabs = dialog.findChild<QTabWidget *>();
-    tabs->setCurrentIndex(tabs->count() - 1);
-    const QList<QPushButton *> buttons = tabs->currentWidget()->findChildren<QPushButton *>();
-    buttons.constFirst()->click();
-    QCOMPARE(buttons.constFirst()->text(), "Cancel");
-    VERIFY_LABELS_WHOLE(dialog);
-}
+    void settingsDialog_showsEveryLabelWhole_data()
+    {
+        QTest::addColumn<QString>("title");
+        for (const char *title : {"Clock", "Colors", "Fonts", "Timer", "Shortcuts"})
+            QTest::newRow(title) << title;
+    }
 
-void ButtonLabelsTest::aboutCard_showsEveryLabelWhole()
-{
-    ControlFixture fixture;
-    AboutDialog dialog(nullptr);
-    dialog.show();
-    QVERIFY(findByText<QAbstractButton>(dialog, "×"));
-    VERIFY_LABELS_WHOLE(dialog);
-}
+    void settingsDialog_showsEveryLabelWhole()
+    {
+        QFETCH(QString, title);
+        ControlFixture fixture; // installs the style sheet
+        SettingsDialog dialog(&fixture.settings, nullptr);
+        dialog.show();
+        auto *tabs = dialog.findChild<QTabWidget *>();
+        for (int i = 0; i < tabs->count(); ++i) {
+            if (tabs->tabText(i) == title)
+                tabs->setCurrentIndex(i);
+        }
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), title);
+        VERIFY_LABELS_WHOLE(dialog);
+    }
 
-void ButtonLabelsTest::updateBox_showsEveryLabelWhole_data()
-{
-    QTest::addColumn<QString>("version");
-    QTest::newRow("offer") << "99.0.0";
-    QTest::newRow("up to date") << "1.1.4";
-}
+    void waitingRow_showsItsLabelWhole()
+    {
+        ControlFixture fixture;
+        SettingsDialog dialog(&fixture.settings, nullptr);
+        dialog.show();
+        auto *tabs = dialog.findChild<QTabWidget *>();
+        tabs->setCurrentIndex(tabs->count() - 1);
+        const QList<QPushButton *> buttons = tabs->currentWidget()->findChildren<QPushButton *>();
+        buttons.constFirst()->click();
+        QCOMPARE(buttons.constFirst()->text(), "Cancel");
+        VERIFY_LABELS_WHOLE(dialog);
+    }
 
-void ButtonLabelsTest::updateBox_showsEveryLabelWhole()
-{
-    QFETCH(QString, version);
-    ControlFixture fixture;
-    UpdateStage stage;
-    stage.server.setAnswer(httpAnswer(updateDocument(version)));
-    QStringList clipped{"no box"};
-    stage.setAction([&clipped](QMessageBox &box) {
-        clipped = clippedLabels(box);
-        box.close();
-    });
-    Updater updater;
-    updater.check(false);
-    QVERIFY(stage.settle());
-    QCOMPARE(clipped, QStringList());
-}
+    void aboutCard_showsEveryLabelWhole()
+    {
+        ControlFixture fixture;
+        AboutDialog dialog(nullptr);
+        dialog.show();
+        QVERIFY(findByText<QAbstractButton>(dialog, "×"));
+        VERIFY_LABELS_WHOLE(dialog);
+    }
 
-// Qt's own button loses letters in a narrow place; should that change, nothing here could fail.
-void ButtonLabelsTest::clippedLabel_isFound()
-{
-    ControlFixture fixture;
-    QWidget window;
-    auto *button = new QPushButton("Clear", &window);
-    button->setFixedWidth(55);
-    window.show();
-    QCOMPARE(clippedLabels(window).size(), 1);
-}
+    void updateBox_showsEveryLabelWhole_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::newRow("offer") << "99.0.0";
+        QTest::newRow("up to date") << "1.1.4";
+    }
+
+    void updateBox_showsEveryLabelWhole()
+    {
+        QFETCH(QString, version);
+        ControlFixture fixture;
+        UpdateStage stage;
+        stage.server.setAnswer(httpAnswer(updateDocument(version)));
+        QStringList clipped{"no box"};
+        stage.setAction([&clipped](QMessageBox &box) {
+            clipped = clippedLabels(box);
+            box.close();
+        });
+        Updater updater;
+        updater.check(false);
+        QVERIFY(stage.settle());
+        QCOMPARE(clipped, QStringList());
+    }
+
+    // Qt's own button loses letters in a narrow place; should that change, nothing here could fail.
+    void clippedLabel_isFound()
+    {
+        ControlFixture fixture;
+        QWidget window;
+        auto *button = new QPushButton("Clear", &window);
+        button->setFixedWidth(55);
+        window.show();
+        QCOMPARE(clippedLabels(window).size(), 1);
+    }
+};
 
 VELMORA_TEST_MAIN(ButtonLabelsTest)
 #include "tst_ButtonLabels.moc"

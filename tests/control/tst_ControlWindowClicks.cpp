@@ -65,53 +65,50 @@ class ControlWindowClicksTest : public QObject
     Q_OBJECT
 
 private slots:
-    void button_actsOnlyWhenItIsReleased_data();
-    void button_actsOnlyWhenItIsReleased();
+    void button_actsOnlyWhenItIsReleased_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("title") << "  VELMORA";
+        QTest::newRow("settings") << "⚙";
+        QTest::newRow("start") << "▶  START";
+        QTest::newRow("pause") << "⏸  PAUSE";
+        QTest::newRow("reset") << "↺  RESET";
+        QTest::newRow("plus") << "+1 min";
+        QTest::newRow("minus") << "−1 min";
+        QTest::newRow("set") << "Set";
+        QTest::newRow("add") << "Add to Preset";
+        QTest::newRow("push") << "Push";
+        QTest::newRow("clear") << "Clear";
+        QTest::newRow("output") << "▶  Show Output Window";
+        QTest::newRow("preview") << "Preview";
+    }
+
+    // A press that was a mistake is taken back by leaving the button before letting it go.
+    void button_actsOnlyWhenItIsReleased()
+    {
+        QFETCH(QString, text);
+        ClickFixture fixture;
+        const QAbstractButton *button = fixture.button(text);
+        QVERIFY(button);
+        if (text == QStringLiteral("⏸  PAUSE"))
+            fixture.engine.start();
+        QWindow *window = fixture.window->windowHandle();
+        const QPoint on = button->mapTo(fixture.window.get(), button->rect().center());
+        const QPoint off(2, 2); // the window's margin
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        const QStringList before = fixture.state();
+
+        QTest::mousePress(window, Qt::LeftButton, {}, on);
+        QVERIFY(button->isDown());
+        QTest::mouseMove(window, off);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, off);
+        QVERIFY(!button->isDown());
+        QCOMPARE(fixture.state(), before);
+
+        QTest::mouseClick(window, Qt::LeftButton, {}, on);
+        QVERIFY(fixture.state() != before);
+    }
 };
-
-void ControlWindowClicksTest::button_actsOnlyWhenItIsReleased_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("title") << "  VELMORA";
-    QTest::newRow("settings") << "⚙";
-    QTest::newRow("start") << "▶  START";
-    QTest::newRow("pause") << "⏸  PAUSE";
-    QTest::newRow("reset") << "↺  RESET";
-    QTest::newRow("plus") << "+1 min";
-    QTest::newRow("minus") << "−1 min";
-    QTest::newRow("set") << "Set";
-    QTest::newRow("add") << "Add to Preset";
-    QTest::newRow("push") << "Push";
-    QTest::newRow("clear") << "Clear";
-    QTest::newRow("output") << "▶  Show Output Window";
-    QTest::newRow("preview") << "Preview";
-}
-
-// A press that was a mistake is taken back by leaving the button before letting it go.
-void ControlWindowClicksTest::button_actsOnlyWhenItIsReleased()
-{
-    QFETCH(QString, text);
-    ClickFixture fixture;
-    const QAbstractButton *button = fixture.button(text);
-    QVERIFY(button);
-    if (text == QStringLiteral("⏸  PAUSE"))
-        fixture.engine.start();
-    QWindow *window = fixture.window->windowHandle();
-    const QPoint on = button->mapTo(fixture.window.get(), button->rect().center());
-    const QPoint off(2, 2); // the window's margin
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    const QStringList before = fixture.state();
-
-    QTest::mousePress(window, Qt::LeftButton, {}, on);
-    QVERIFY(button->isDown());
-    QTest::mouseMove(window, off);
-    QTest::mouseRelease(window, Qt::LeftButton, {}, off);
-    QVERIFY(!button->isDown());
-    QCOMPARE(fixture.state(), before);
-
-    QTest::mouseClick(window, Qt::LeftButton, {}, on);
-    QVERIFY(fixture.state() != before);
-}
 
 VELMORA_TEST_MAIN(ControlWindowClicksTest)
 #include "tst_ControlWindowClicks.moc"

@@ -89,152 +89,140 @@ class ControlWindowLayoutTest : public QObject
     Q_OBJECT
 
 private slots:
-    void slots_standInTheirOrderAndNothingElseAmongThem();
-    void construction_installsTheStyleSheetOnTheApplication();
-    void window_hasTitleAndMinimumSize();
-    void window_takesItsParent();
-    void mainColumn_holdsItsItemsFromTopToBottom();
-    void mainColumn_hasItsMargins();
-    void mainColumn_givesTheFreeHeightToTheScrollArea();
-    void scrollContent_holdsItsItemsFromTopToBottom();
-    void scrollContent_hasItsMarginsAndSpacing();
-    void styleSheet_ofScrollAreaAndContent_isLiteral();
-    void scrollArea_scrollsVerticallyOnly();
-    void statusBar_isHidden();
-};
-
-void ControlWindowLayoutTest::slots_standInTheirOrderAndNothingElseAmongThem()
-{
-    const QMetaObject &meta = ControlWindow::staticMetaObject;
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        QCOMPARE(meta.method(i).methodType(), QMetaMethod::Slot);
-        methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
+    void slots_standInTheirOrderAndNothingElseAmongThem()
+    {
+        const QMetaObject &meta = ControlWindow::staticMetaObject;
+        QStringList methods;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            QCOMPARE(meta.method(i).methodType(), QMetaMethod::Slot);
+            methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
+        }
+        QCOMPARE(methods,
+                 QStringList({"onTimerTick(int)", "onStateChanged(bool)", "onSetTime()",
+                              "onCountModeChanged(bool)", "onViewChanged(int)", "onPushMessage()",
+                              "onClearMessage()", "onPreset(int)", "onSettingsChanged()",
+                              "openSettings()", "toggleOutput()", "browseSoundFile()"}));
     }
-    QCOMPARE(methods,
-             QStringList({"onTimerTick(int)", "onStateChanged(bool)", "onSetTime()",
-                          "onCountModeChanged(bool)", "onViewChanged(int)", "onPushMessage()",
-                          "onClearMessage()", "onPreset(int)", "onSettingsChanged()",
-                          "openSettings()", "toggleOutput()", "browseSoundFile()"}));
-}
 
-void ControlWindowLayoutTest::construction_installsTheStyleSheetOnTheApplication()
-{
-    qApp->setStyleSheet(QString());
-    const ControlFixture fixture;
-    QCOMPARE(qApp->styleSheet(), applicationStyleSheet());
-    QCOMPARE(qApp->styleSheet().size(), 3397);
-}
+    void construction_installsTheStyleSheetOnTheApplication()
+    {
+        qApp->setStyleSheet(QString());
+        const ControlFixture fixture;
+        QCOMPARE(qApp->styleSheet(), applicationStyleSheet());
+        QCOMPARE(qApp->styleSheet().size(), 3397);
+    }
 
-void ControlWindowLayoutTest::window_hasTitleAndMinimumSize()
-{
-    const ControlFixture fixture;
-    QCOMPARE(fixture.window->windowTitle(), QStringLiteral("Velmora — Control"));
-    QCOMPARE(fixture.window->minimumSize(), QSize(480, 420));
-}
+    void window_hasTitleAndMinimumSize()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(fixture.window->windowTitle(), QStringLiteral("Velmora — Control"));
+        QCOMPARE(fixture.window->minimumSize(), QSize(480, 420));
+    }
 
-void ControlWindowLayoutTest::window_takesItsParent()
-{
-    ControlFixture fixture;
-    QWidget parent;
-    const ControlWindow window(&fixture.settings, &fixture.engine, &fixture.output, &parent);
-    QCOMPARE(window.parentWidget(), &parent);
-    QVERIFY(window.isWindow());
-}
+    void window_takesItsParent()
+    {
+        ControlFixture fixture;
+        QWidget parent;
+        const ControlWindow window(&fixture.settings, &fixture.engine, &fixture.output, &parent);
+        QCOMPARE(window.parentWidget(), &parent);
+        QVERIFY(window.isWindow());
+    }
 
-void ControlWindowLayoutTest::mainColumn_holdsItsItemsFromTopToBottom()
-{
-    const ControlFixture fixture;
-    QCOMPARE(
-        outlineOfItems(*mainLayout(fixture)),
-        QStringList({"[button   VELMORA | stretch | button ⚙]", "line", "label 05:00",
-                     "scroll area", "line", "[button ▶  Show Output Window | button Preview]"}));
-    QCOMPARE(mainLayout(fixture)->direction(), QBoxLayout::TopToBottom);
-}
+    void mainColumn_holdsItsItemsFromTopToBottom()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(outlineOfItems(*mainLayout(fixture)),
+                 QStringList({"[button   VELMORA | stretch | button ⚙]", "line", "label 05:00",
+                              "scroll area", "line",
+                              "[button ▶  Show Output Window | button Preview]"}));
+        QCOMPARE(mainLayout(fixture)->direction(), QBoxLayout::TopToBottom);
+    }
 
-void ControlWindowLayoutTest::mainColumn_hasItsMargins()
-{
-    const ControlFixture fixture;
-    QCOMPARE(mainLayout(fixture)->contentsMargins(), QMargins(12, 6, 12, 6));
-}
+    void mainColumn_hasItsMargins()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(mainLayout(fixture)->contentsMargins(), QMargins(12, 6, 12, 6));
+    }
 
-void ControlWindowLayoutTest::mainColumn_givesTheFreeHeightToTheScrollArea()
-{
-    const ControlFixture fixture;
-    QList<int> stretches;
-    for (int i = 0; i < mainLayout(fixture)->count(); ++i)
-        stretches.append(mainLayout(fixture)->stretch(i));
-    QCOMPARE(stretches, QList<int>({0, 0, 0, 1, 0, 0}));
-}
+    void mainColumn_givesTheFreeHeightToTheScrollArea()
+    {
+        const ControlFixture fixture;
+        QList<int> stretches;
+        for (int i = 0; i < mainLayout(fixture)->count(); ++i)
+            stretches.append(mainLayout(fixture)->stretch(i));
+        QCOMPARE(stretches, QList<int>({0, 0, 0, 1, 0, 0}));
+    }
 
-void ControlWindowLayoutTest::scrollContent_holdsItsItemsFromTopToBottom()
-{
-    const ControlFixture fixture;
-    QCOMPARE(outlineOfItems(*contentLayout(fixture)),
-             QStringList({"[button ▼  Countdown | button ▲  Count Up]",
-                          "line",
-                          "[button ▶  START | button ⏸  PAUSE | button ↺  RESET]",
-                          "[button +1 min | button −1 min]",
-                          "line",
-                          "label SET TIME",
-                          "[[button ◀ | spin box min | button ▶] | "
-                          "[button ◀ | spin box sec | button ▶] | "
-                          "button Set | button Add to Preset | stretch]",
-                          "line",
-                          "label PRESETS  —  DRAG TO REORDER",
-                          "list",
-                          "line",
-                          "label OUTPUT VIEW",
-                          "[button ⏱  Timer | button 🕐  Clock | button ⊞  Both]",
-                          "line",
-                          "label MESSAGE OVERLAY",
-                          "[edit | button Push | button Clear]",
-                          "line",
-                          "label AUDIO CUE AT 00:00",
-                          "check box Enable sound cue",
-                          "[label No file selected | button Browse… | button Test]",
-                          "stretch"}));
-    QCOMPARE(contentLayout(fixture)->direction(), QBoxLayout::TopToBottom);
-}
+    void scrollContent_holdsItsItemsFromTopToBottom()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(outlineOfItems(*contentLayout(fixture)),
+                 QStringList({"[button ▼  Countdown | button ▲  Count Up]",
+                              "line",
+                              "[button ▶  START | button ⏸  PAUSE | button ↺  RESET]",
+                              "[button +1 min | button −1 min]",
+                              "line",
+                              "label SET TIME",
+                              "[[button ◀ | spin box min | button ▶] | "
+                              "[button ◀ | spin box sec | button ▶] | "
+                              "button Set | button Add to Preset | stretch]",
+                              "line",
+                              "label PRESETS  —  DRAG TO REORDER",
+                              "list",
+                              "line",
+                              "label OUTPUT VIEW",
+                              "[button ⏱  Timer | button 🕐  Clock | button ⊞  Both]",
+                              "line",
+                              "label MESSAGE OVERLAY",
+                              "[edit | button Push | button Clear]",
+                              "line",
+                              "label AUDIO CUE AT 00:00",
+                              "check box Enable sound cue",
+                              "[label No file selected | button Browse… | button Test]",
+                              "stretch"}));
+        QCOMPARE(contentLayout(fixture)->direction(), QBoxLayout::TopToBottom);
+    }
 
-void ControlWindowLayoutTest::scrollContent_hasItsMarginsAndSpacing()
-{
-    const ControlFixture fixture;
-    QCOMPARE(contentLayout(fixture)->contentsMargins(), QMargins(0, 0, 4, 0));
-    QCOMPARE(contentLayout(fixture)->spacing(), 5);
-}
+    void scrollContent_hasItsMarginsAndSpacing()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(contentLayout(fixture)->contentsMargins(), QMargins(0, 0, 4, 0));
+        QCOMPARE(contentLayout(fixture)->spacing(), 5);
+    }
 
-void ControlWindowLayoutTest::styleSheet_ofScrollAreaAndContent_isLiteral()
-{
-    const ControlFixture fixture;
-    QCOMPARE(scrollArea(fixture)->styleSheet(),
-             QStringLiteral(
-                 "QScrollArea { background-color: #1c1c1c; border: none; }QScrollArea > QWidget > "
-                 "QWidget { background-color: #1c1c1c; }QScrollBar:vertical { background: #1c1c1c; "
-                 "width: 6px; border: none; }QScrollBar::handle:vertical { background: #444; "
-                 "border-radius: 3px; min-height: 20px; }QScrollBar::add-line:vertical, "
-                 "QScrollBar::sub-line:vertical { height: 0; }"));
-    QCOMPARE(scrollArea(fixture)->widget()->styleSheet(),
-             QStringLiteral("background-color: #1c1c1c;"));
-}
+    void styleSheet_ofScrollAreaAndContent_isLiteral()
+    {
+        const ControlFixture fixture;
+        QCOMPARE(
+            scrollArea(fixture)->styleSheet(),
+            QStringLiteral(
+                "QScrollArea { background-color: #1c1c1c; border: none; }QScrollArea > QWidget > "
+                "QWidget { background-color: #1c1c1c; }QScrollBar:vertical { background: #1c1c1c; "
+                "width: 6px; border: none; }QScrollBar::handle:vertical { background: #444; "
+                "border-radius: 3px; min-height: 20px; }QScrollBar::add-line:vertical, "
+                "QScrollBar::sub-line:vertical { height: 0; }"));
+        QCOMPARE(scrollArea(fixture)->widget()->styleSheet(),
+                 QStringLiteral("background-color: #1c1c1c;"));
+    }
 
-void ControlWindowLayoutTest::scrollArea_scrollsVerticallyOnly()
-{
-    const ControlFixture fixture;
-    QVERIFY(scrollArea(fixture)->widgetResizable());
-    QCOMPARE(scrollArea(fixture)->frameShape(), QFrame::NoFrame);
-    QCOMPARE(scrollArea(fixture)->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-    QCOMPARE(scrollArea(fixture)->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-}
+    void scrollArea_scrollsVerticallyOnly()
+    {
+        const ControlFixture fixture;
+        QVERIFY(scrollArea(fixture)->widgetResizable());
+        QCOMPARE(scrollArea(fixture)->frameShape(), QFrame::NoFrame);
+        QCOMPARE(scrollArea(fixture)->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+        QCOMPARE(scrollArea(fixture)->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    }
 
-void ControlWindowLayoutTest::statusBar_isHidden()
-{
-    ControlFixture fixture;
-    fixture.showControl();
-    const auto *statusBar = fixture.window->findChild<QStatusBar *>();
-    QVERIFY(statusBar);
-    QVERIFY(!statusBar->isVisible());
-}
+    void statusBar_isHidden()
+    {
+        ControlFixture fixture;
+        fixture.showControl();
+        const auto *statusBar = fixture.window->findChild<QStatusBar *>();
+        QVERIFY(statusBar);
+        QVERIFY(!statusBar->isVisible());
+    }
+};
 
 VELMORA_TEST_MAIN(ControlWindowLayoutTest)
 #include "tst_ControlWindowLayout.moc"

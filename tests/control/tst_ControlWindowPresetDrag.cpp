@@ -61,37 +61,35 @@ class ControlWindowPresetDragTest : public QObject
 
 private slots:
     void init() { removeStore(); }
-    void dragToTheFront_isStored();
-    void dragToTheEnd_isStored();
+
+    void dragToTheFront_isStored()
+    {
+        ControlFixture fixture;
+        fixture.showControl();
+        QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
+        auto *list = fixture.named<QListWidget>("presetList");
+        const QRect first = list->visualItemRect(list->item(0));
+        drag(*list, 2, QPoint(first.left() + 1, first.center().y()));
+        const QList<int> expected{900, 300, 600, 1800};
+        QCOMPARE(shownPresets(*list), expected);
+        QCOMPARE(fixture.settings.presets, expected);
+        QCOMPARE(loadedSettings().presets, expected);
+        QCOMPARE(fixture.engine.remaining(), 300); // a drag loads nothing
+    }
+
+    void dragToTheEnd_isStored()
+    {
+        ControlFixture fixture;
+        fixture.showControl();
+        QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
+        auto *list = fixture.named<QListWidget>("presetList");
+        const QRect last = list->visualItemRect(list->item(3));
+        drag(*list, 0, QPoint(last.right() - 1, last.center().y()));
+        const QList<int> expected{600, 900, 1800, 300};
+        QCOMPARE(shownPresets(*list), expected);
+        QCOMPARE(loadedSettings().presets, expected);
+    }
 };
-
-void ControlWindowPresetDragTest::dragToTheFront_isStored()
-{
-    ControlFixture fixture;
-    fixture.showControl();
-    QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
-    auto *list = fixture.named<QListWidget>("presetList");
-    const QRect first = list->visualItemRect(list->item(0));
-    drag(*list, 2, QPoint(first.left() + 1, first.center().y()));
-    const QList<int> expected{900, 300, 600, 1800};
-    QCOMPARE(shownPresets(*list), expected);
-    QCOMPARE(fixture.settings.presets, expected);
-    QCOMPARE(loadedSettings().presets, expected);
-    QCOMPARE(fixture.engine.remaining(), 300); // a drag loads nothing
-}
-
-void ControlWindowPresetDragTest::dragToTheEnd_isStored()
-{
-    ControlFixture fixture;
-    fixture.showControl();
-    QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
-    auto *list = fixture.named<QListWidget>("presetList");
-    const QRect last = list->visualItemRect(list->item(3));
-    drag(*list, 0, QPoint(last.right() - 1, last.center().y()));
-    const QList<int> expected{600, 900, 1800, 300};
-    QCOMPARE(shownPresets(*list), expected);
-    QCOMPARE(loadedSettings().presets, expected);
-}
 
 int main(int argc, char *argv[])
 {

@@ -10,18 +10,6 @@
 #include "SettingsDialog.h"
 #include "TestMain.h"
 
-/// The desktop's theme, the style or the application's style sheet changes while the operator
-/// looks at a window.
-class ControlWindowRestyledTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void cleanup();
-    void everyWindow_looksTheSame_data() { addRestylings(); }
-    void everyWindow_looksTheSame();
-};
-
 namespace {
 
 /// All windows of the program at once, as they are only with dialogs that do not block.
@@ -70,24 +58,31 @@ private:
 
 } // namespace
 
-void ControlWindowRestyledTest::cleanup()
+/// The desktop's theme, the style or the application's style sheet changes while the operator
+/// looks at a window.
+class ControlWindowRestyledTest : public QObject
 {
-    QApplication::setPalette(QPalette());
-}
+    Q_OBJECT
 
-void ControlWindowRestyledTest::everyWindow_looksTheSame()
-{
-    QFETCH(QString, style);
-    QFETCH(Restyling, restyle);
-    QApplication::setStyle(style);
-    Windows windows;
-    const QMap<QString, QImage> before = windows.pictures();
-    QCOMPARE(before.size(), 9);
-    restyle();
-    const QMap<QString, QImage> after = windows.pictures();
-    for (auto it = before.cbegin(); it != before.cend(); ++it)
-        QVERIFY2(after.value(it.key()) == it.value(), qPrintable(it.key()));
-}
+private slots:
+    void cleanup() { QApplication::setPalette(QPalette()); }
+
+    void everyWindow_looksTheSame_data() { addRestylings(); }
+
+    void everyWindow_looksTheSame()
+    {
+        QFETCH(QString, style);
+        QFETCH(Restyling, restyle);
+        QApplication::setStyle(style);
+        Windows windows;
+        const QMap<QString, QImage> before = windows.pictures();
+        QCOMPARE(before.size(), 9);
+        restyle();
+        const QMap<QString, QImage> after = windows.pictures();
+        for (auto it = before.cbegin(); it != before.cend(); ++it)
+            QVERIFY2(after.value(it.key()) == it.value(), qPrintable(it.key()));
+    }
+};
 
 VELMORA_TEST_MAIN(ControlWindowRestyledTest, twoScreens())
 #include "tst_ControlWindowRestyled.moc"

@@ -51,212 +51,203 @@ class ControlWindowShortcutKeysTest : public QObject
 
 private slots:
     void storedKey_acts_data() { addFields(); }
-    void storedKey_acts();
-    void changedKey_actsAtOnce_data() { addFields(); }
-    void changedKey_actsAtOnce();
-    void changedKey_withoutNotice_isNotYetHeard();
-    void settingsChanged_replacesAllFiveAtOnce();
-    void textForms_areUnderstood_data();
-    void textForms_areUnderstood();
-    void nativeText_isUnderstood();
-    void emptyText_isSilent_data() { addFields(); }
-    void emptyText_isSilent();
-    void unparsableText_isSilent_data();
-    void unparsableText_isSilent();
-    void equalKeys_fireNeither();
-    void equalKeys_fireAgainOnceTheyDiffer();
-    void secondOfTwoKeys_completesASequence();
-};
 
-void ControlWindowShortcutKeysTest::storedKey_acts()
-{
-    QFETCH(int, index);
-    QFETCH(Qt::Key, oldKey);
-    QFETCH(QString, state);
-    AppSettings settings;
-    field(settings, index) = QStringLiteral("Ctrl+Shift+F7");
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    press(operated.fixture.output, oldKey);
-    QCOMPARE(operated.state(), untouched);
-    press(operated.fixture.output, Qt::Key_F7, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(operated.state(), state);
-}
-
-void ControlWindowShortcutKeysTest::changedKey_actsAtOnce()
-{
-    QFETCH(int, index);
-    QFETCH(Qt::Key, oldKey);
-    QFETCH(QString, state);
-    Operated operated;
-    QVERIFY(focus(operated.fixture.output));
-    field(operated.fixture.settings, index) = QStringLiteral("F7");
-    operated.fixture.window->onSettingsChanged();
-    press(operated.fixture.output, oldKey);
-    QCOMPARE(operated.state(), untouched);
-    press(operated.fixture.output, Qt::Key_F7);
-    QCOMPARE(operated.state(), state);
-}
-
-void ControlWindowShortcutKeysTest::changedKey_withoutNotice_isNotYetHeard()
-{
-    Operated operated;
-    QVERIFY(focus(operated.fixture.output));
-    operated.fixture.settings.shortcutReset = QStringLiteral("F7");
-    press(operated.fixture.output, Qt::Key_F7);
-    QCOMPARE(operated.state(), untouched);
-    press(operated.fixture.output, Qt::Key_R);
-    QCOMPARE(operated.state(), QStringLiteral("stopped 300 shown"));
-}
-
-void ControlWindowShortcutKeysTest::settingsChanged_replacesAllFiveAtOnce()
-{
-    const ControlFixture fixture;
-    QList<QPointer<QShortcut>> old;
-    const QList<QShortcut *> before = fixture.window->findChildren<QShortcut *>();
-    for (QShortcut *shortcut : before)
-        old.append(shortcut);
-    QCOMPARE(old.size(), 5);
-
-    fixture.window->onSettingsChanged();
-    for (const QPointer<QShortcut> &shortcut : old)
-        QVERIFY(shortcut.isNull());
-    const QList<QShortcut *> after = fixture.window->findChildren<QShortcut *>();
-    QCOMPARE(after.size(), 5);
-    for (const QShortcut *shortcut : after)
-        QCOMPARE(shortcut->context(), Qt::ApplicationShortcut);
-}
-
-void ControlWindowShortcutKeysTest::textForms_areUnderstood_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    const Qt::KeyboardModifiers none = Qt::NoModifier;
-    QTest::newRow("letter") << "B" << Qt::Key_B << none;
-    QTest::newRow("small letter") << "b" << Qt::Key_B << none;
-    QTest::newRow("digit") << "5" << Qt::Key_5 << none;
-    QTest::newRow("page up") << "PgUp" << Qt::Key_PageUp << none;
-    QTest::newRow("media key") << "Media Play" << Qt::Key_MediaPlay << none;
-    QTest::newRow("modifier") << "Ctrl+B" << Qt::Key_B
-                              << Qt::KeyboardModifiers(Qt::ControlModifier);
-    QTest::newRow("three modifiers") << "Ctrl+Alt+Shift+F2" << Qt::Key_F2
-                                     << (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
-    QTest::newRow("keypad") << "Num+5" << Qt::Key_5 << Qt::KeyboardModifiers(Qt::KeypadModifier);
-}
-
-void ControlWindowShortcutKeysTest::textForms_areUnderstood()
-{
-    QFETCH(QString, text);
-    QFETCH(Qt::Key, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    AppSettings settings;
-    settings.shortcutStartPause = text;
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    press(operated.fixture.output, key, modifiers);
-    QCOMPARE(operated.state(), paused);
-}
-
-// Texts are read as a person of the system's language would write them.
-void ControlWindowShortcutKeysTest::nativeText_isUnderstood()
-{
-    SpaceTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    AppSettings settings;
-    settings.shortcutStartPause = QStringLiteral("Leertaste");
-    Operated operated(settings);
-    QCoreApplication::removeTranslator(&translator);
-    QVERIFY(focus(operated.fixture.output));
-    press(operated.fixture.output, Qt::Key_Space);
-    QCOMPARE(operated.state(), paused);
-}
-
-void ControlWindowShortcutKeysTest::emptyText_isSilent()
-{
-    QFETCH(int, index);
-    QFETCH(Qt::Key, oldKey);
-    AppSettings settings;
-    field(settings, index) = QString();
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    press(operated.fixture.output, oldKey);
-    QCOMPARE(operated.state(), untouched);
-
-    // The others go on working.
-    press(operated.fixture.output, index == 0 ? Qt::Key_R : Qt::Key_Space);
-    QVERIFY(!operated.fixture.engine.isRunning());
-}
-
-void ControlWindowShortcutKeysTest::unparsableText_isSilent_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("no key") << "NoSuchKey";
-    QTest::newRow("modifier alone") << "Ctrl+";
-    QTest::newRow("unknown modifier") << "Hocus+Space";
-    QTest::newRow("blanks") << "   ";
-    QTest::newRow("commas") << ",,,";
-    QTest::newRow("null character before a key") << QString(QLatin1String("\0,X", 3));
-    QTest::newRow("long") << QString(10000, 'x');
-}
-
-void ControlWindowShortcutKeysTest::unparsableText_isSilent()
-{
-    QFETCH(QString, text);
-    if (!QKeySequence(text, QKeySequence::NativeText).isEmpty() && text.trimmed().isEmpty())
-        QSKIP("This Qt takes blanks for the space bar");
-    AppSettings settings;
-    settings.shortcutStartPause = text;
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_N, Qt::Key_X, Qt::Key_Control})
-        press(operated.fixture.output, key);
-    QCOMPARE(operated.state(), untouched);
-    press(operated.fixture.output, Qt::Key_R);
-    QCOMPARE(operated.state(), QStringLiteral("stopped 300 shown"));
-}
-
-// Qt takes the key as ambiguous, and nothing is said about it.
-void ControlWindowShortcutKeysTest::equalKeys_fireNeither()
-{
-    AppSettings settings;
-    settings.shortcutPlusMin = QStringLiteral("R");
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    for (int i = 0; i < 4; ++i) {
-        press(operated.fixture.output, Qt::Key_R);
+    void storedKey_acts()
+    {
+        QFETCH(int, index);
+        QFETCH(Qt::Key, oldKey);
+        QFETCH(QString, state);
+        AppSettings settings;
+        field(settings, index) = QStringLiteral("Ctrl+Shift+F7");
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        press(operated.fixture.output, oldKey);
         QCOMPARE(operated.state(), untouched);
+        press(operated.fixture.output, Qt::Key_F7, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(operated.state(), state);
     }
-    press(operated.fixture.output, Qt::Key_Space);
-    QCOMPARE(operated.state(), paused);
-}
 
-void ControlWindowShortcutKeysTest::equalKeys_fireAgainOnceTheyDiffer()
-{
-    AppSettings settings;
-    settings.shortcutPlusMin = QStringLiteral("R");
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    operated.fixture.settings.shortcutPlusMin = QStringLiteral("Up");
-    operated.fixture.window->onSettingsChanged();
-    press(operated.fixture.output, Qt::Key_Up);
-    QCOMPARE(operated.state(), QStringLiteral("running 350 shown"));
-    // The minute was added to the duration, too.
-    press(operated.fixture.output, Qt::Key_R);
-    QCOMPARE(operated.state(), QStringLiteral("stopped 360 shown"));
-}
+    void changedKey_actsAtOnce_data() { addFields(); }
 
-void ControlWindowShortcutKeysTest::secondOfTwoKeys_completesASequence()
-{
-    AppSettings settings;
-    settings.shortcutStartPause = QStringLiteral("B, C");
-    Operated operated(settings);
-    QVERIFY(focus(operated.fixture.output));
-    press(operated.fixture.output, Qt::Key_B);
-    QCOMPARE(operated.state(), untouched);
-    press(operated.fixture.output, Qt::Key_C);
-    QCOMPARE(operated.state(), paused);
-}
+    void changedKey_actsAtOnce()
+    {
+        QFETCH(int, index);
+        QFETCH(Qt::Key, oldKey);
+        QFETCH(QString, state);
+        Operated operated;
+        QVERIFY(focus(operated.fixture.output));
+        field(operated.fixture.settings, index) = QStringLiteral("F7");
+        operated.fixture.window->onSettingsChanged();
+        press(operated.fixture.output, oldKey);
+        QCOMPARE(operated.state(), untouched);
+        press(operated.fixture.output, Qt::Key_F7);
+        QCOMPARE(operated.state(), state);
+    }
+
+    void changedKey_withoutNotice_isNotYetHeard()
+    {
+        Operated operated;
+        QVERIFY(focus(operated.fixture.output));
+        operated.fixture.settings.shortcutReset = QStringLiteral("F7");
+        press(operated.fixture.output, Qt::Key_F7);
+        QCOMPARE(operated.state(), untouched);
+        press(operated.fixture.output, Qt::Key_R);
+        QCOMPARE(operated.state(), QStringLiteral("stopped 300 shown"));
+    }
+
+    void settingsChanged_replacesAllFiveAtOnce()
+    {
+        const ControlFixture fixture;
+        QList<QPointer<QShortcut>> old;
+        const QList<QShortcut *> before = fixture.window->findChildren<QShortcut *>();
+        for (QShortcut *shortcut : before)
+            old.append(shortcut);
+        QCOMPARE(old.size(), 5);
+
+        fixture.window->onSettingsChanged();
+        for (const QPointer<QShortcut> &shortcut : old)
+            QVERIFY(shortcut.isNull());
+        const QList<QShortcut *> after = fixture.window->findChildren<QShortcut *>();
+        QCOMPARE(after.size(), 5);
+        for (const QShortcut *shortcut : after)
+            QCOMPARE(shortcut->context(), Qt::ApplicationShortcut);
+    }
+
+    void textForms_areUnderstood_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        const Qt::KeyboardModifiers none = Qt::NoModifier;
+        QTest::newRow("letter") << "B" << Qt::Key_B << none;
+        QTest::newRow("small letter") << "b" << Qt::Key_B << none;
+        QTest::newRow("digit") << "5" << Qt::Key_5 << none;
+        QTest::newRow("page up") << "PgUp" << Qt::Key_PageUp << none;
+        QTest::newRow("media key") << "Media Play" << Qt::Key_MediaPlay << none;
+        QTest::newRow("modifier") << "Ctrl+B" << Qt::Key_B
+                                  << Qt::KeyboardModifiers(Qt::ControlModifier);
+        QTest::newRow("three modifiers")
+            << "Ctrl+Alt+Shift+F2" << Qt::Key_F2
+            << (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+        QTest::newRow("keypad") << "Num+5" << Qt::Key_5
+                                << Qt::KeyboardModifiers(Qt::KeypadModifier);
+    }
+
+    void textForms_areUnderstood()
+    {
+        QFETCH(QString, text);
+        QFETCH(Qt::Key, key);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        AppSettings settings;
+        settings.shortcutStartPause = text;
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        press(operated.fixture.output, key, modifiers);
+        QCOMPARE(operated.state(), paused);
+    }
+
+    // Texts are read as a person of the system's language would write them.
+    void nativeText_isUnderstood()
+    {
+        SpaceTranslator translator;
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        AppSettings settings;
+        settings.shortcutStartPause = QStringLiteral("Leertaste");
+        Operated operated(settings);
+        QCoreApplication::removeTranslator(&translator);
+        QVERIFY(focus(operated.fixture.output));
+        press(operated.fixture.output, Qt::Key_Space);
+        QCOMPARE(operated.state(), paused);
+    }
+
+    void emptyText_isSilent_data() { addFields(); }
+
+    void emptyText_isSilent()
+    {
+        QFETCH(int, index);
+        QFETCH(Qt::Key, oldKey);
+        AppSettings settings;
+        field(settings, index) = QString();
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        press(operated.fixture.output, oldKey);
+        QCOMPARE(operated.state(), untouched);
+
+        // The others go on working.
+        press(operated.fixture.output, index == 0 ? Qt::Key_R : Qt::Key_Space);
+        QVERIFY(!operated.fixture.engine.isRunning());
+    }
+
+    void unparsableText_isSilent_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no key") << "NoSuchKey";
+        QTest::newRow("modifier alone") << "Ctrl+";
+        QTest::newRow("unknown modifier") << "Hocus+Space";
+        QTest::newRow("blanks") << "   ";
+        QTest::newRow("commas") << ",,,";
+        QTest::newRow("null character before a key") << QString(QLatin1String("\0,X", 3));
+        QTest::newRow("long") << QString(10000, 'x');
+    }
+
+    void unparsableText_isSilent()
+    {
+        QFETCH(QString, text);
+        if (!QKeySequence(text, QKeySequence::NativeText).isEmpty() && text.trimmed().isEmpty())
+            QSKIP("This Qt takes blanks for the space bar");
+        AppSettings settings;
+        settings.shortcutStartPause = text;
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_N, Qt::Key_X, Qt::Key_Control})
+            press(operated.fixture.output, key);
+        QCOMPARE(operated.state(), untouched);
+        press(operated.fixture.output, Qt::Key_R);
+        QCOMPARE(operated.state(), QStringLiteral("stopped 300 shown"));
+    }
+
+    // Qt takes the key as ambiguous, and nothing is said about it.
+    void equalKeys_fireNeither()
+    {
+        AppSettings settings;
+        settings.shortcutPlusMin = QStringLiteral("R");
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        for (int i = 0; i < 4; ++i) {
+            press(operated.fixture.output, Qt::Key_R);
+            QCOMPARE(operated.state(), untouched);
+        }
+        press(operated.fixture.output, Qt::Key_Space);
+        QCOMPARE(operated.state(), paused);
+    }
+
+    void equalKeys_fireAgainOnceTheyDiffer()
+    {
+        AppSettings settings;
+        settings.shortcutPlusMin = QStringLiteral("R");
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        operated.fixture.settings.shortcutPlusMin = QStringLiteral("Up");
+        operated.fixture.window->onSettingsChanged();
+        press(operated.fixture.output, Qt::Key_Up);
+        QCOMPARE(operated.state(), QStringLiteral("running 350 shown"));
+        // The minute was added to the duration, too.
+        press(operated.fixture.output, Qt::Key_R);
+        QCOMPARE(operated.state(), QStringLiteral("stopped 360 shown"));
+    }
+
+    void secondOfTwoKeys_completesASequence()
+    {
+        AppSettings settings;
+        settings.shortcutStartPause = QStringLiteral("B, C");
+        Operated operated(settings);
+        QVERIFY(focus(operated.fixture.output));
+        press(operated.fixture.output, Qt::Key_B);
+        QCOMPARE(operated.state(), untouched);
+        press(operated.fixture.output, Qt::Key_C);
+        QCOMPARE(operated.state(), paused);
+    }
+};
 
 VELMORA_TEST_MAIN(ControlWindowShortcutKeysTest, twoScreens())
 #include "tst_ControlWindowShortcutKeys.moc"

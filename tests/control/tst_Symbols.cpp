@@ -20,24 +20,6 @@
 #include "UpdateStage.h"
 #include "Updater.h"
 
-/// Whether people can read what the windows say: every character must be drawn by a font that
-/// is installed here, and not as the box that stands for a missing one.
-class SymbolsTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-
-    void unknownCharacter_isFoundMissing();
-    void everyCharacter_isDrawnByAFont_data();
-    void everyCharacter_isDrawnByAFont();
-    void updateBoxes_areDrawnByAFont_data();
-    void updateBoxes_areDrawnByAFont();
-    void symbol_isDrawnInEveryFontOfTheWindows_data();
-    void symbol_isDrawnInEveryFontOfTheWindows();
-};
-
 namespace {
 
 // For private use: no font that stands in for others knows it.
@@ -198,91 +180,96 @@ QList<Drawn> aboutTexts()
 
 } // namespace
 
-void SymbolsTest::initTestCase()
+/// Whether people can read what the windows say: every character must be drawn by a font that
+/// is installed here, and not as the box that stands for a missing one.
+class SymbolsTest : public QObject
 {
-    removeStore();
-}
+    Q_OBJECT
 
-// Should a machine have a font that draws it after all, nothing here could fail.
-void SymbolsTest::unknownCharacter_isFoundMissing()
-{
-    const QString text = QString::fromUcs4(&unknownCharacter, 1);
-    QCOMPARE(missingOf({{text, QFont()}}), QStringList(text + " (U+10FFFD)"));
-}
+private slots:
+    void initTestCase() { removeStore(); }
 
-void SymbolsTest::everyCharacter_isDrawnByAFont_data()
-{
-    QTest::addColumn<Collector>("collect");
-    QTest::addColumn<QString>("sample");
-    QTest::newRow("Control window") << &controlTexts << "⏸  PAUSE";
-    QTest::newRow("Output window") << &outputTexts << "-12:34";
-    QTest::newRow("Settings dialog") << &settingsTexts << "Press any key...";
-    QTest::newRow("About card") << &aboutTexts << "×";
-}
-
-void SymbolsTest::everyCharacter_isDrawnByAFont()
-{
-    QFETCH(Collector, collect);
-    QFETCH(QString, sample);
-    const QList<Drawn> texts = collect();
-    QVERIFY(std::any_of(texts.begin(), texts.end(),
-                        [&](const Drawn &drawn) { return drawn.text == sample; }));
-    VERIFY_NOTHING_MISSING(texts);
-}
-
-void SymbolsTest::updateBoxes_areDrawnByAFont_data()
-{
-    QTest::addColumn<QString>("version");
-    QTest::addColumn<QString>("sample");
-    QTest::newRow("offer") << "99.0.0"
-                           << "Download";
-    QTest::newRow("up to date") << "1.1.4"
-                                << "You're up to date.\nVersion 1.1.4";
-}
-
-void SymbolsTest::updateBoxes_areDrawnByAFont()
-{
-    QFETCH(QString, version);
-    QFETCH(QString, sample);
-    ControlFixture fixture; // installs the style sheet
-    UpdateStage stage;
-    stage.server.setAnswer(httpAnswer(updateDocument(version)));
-    QList<Drawn> texts;
-    stage.setAction([&texts](QMessageBox &box) {
-        texts = textsIn(box);
-        box.close();
-    });
-    Updater updater;
-    updater.check(false);
-    QVERIFY(stage.settle());
-    QVERIFY(std::any_of(texts.begin(), texts.end(),
-                        [&](const Drawn &drawn) { return drawn.text == sample; }));
-    VERIFY_NOTHING_MISSING(texts);
-}
-
-void SymbolsTest::symbol_isDrawnInEveryFontOfTheWindows_data()
-{
-    QTest::addColumn<QString>("symbol");
-    for (const char *symbol :
-         {"▶", "⏸", "↺", "⚙", "▼", "▲", "⏱", "🕐", "⊞", "■", "◀", "−", "…", "×", "—", "“", "”"})
-        QTest::newRow(symbol) << QString::fromUtf8(symbol);
-}
-
-void SymbolsTest::symbol_isDrawnInEveryFontOfTheWindows()
-{
-    QFETCH(QString, symbol);
-    QList<Drawn> texts = controlTexts() + settingsTexts() + aboutTexts();
-    QList<QFont> fonts;
-    for (const Drawn &drawn : std::as_const(texts)) {
-        if (!fonts.contains(drawn.font))
-            fonts.append(drawn.font);
+    // Should a machine have a font that draws it after all, nothing here could fail.
+    void unknownCharacter_isFoundMissing()
+    {
+        const QString text = QString::fromUcs4(&unknownCharacter, 1);
+        QCOMPARE(missingOf({{text, QFont()}}), QStringList(text + " (U+10FFFD)"));
     }
-    texts.clear();
-    for (const QFont &font : std::as_const(fonts))
-        texts.append({symbol, font});
-    QVERIFY(texts.size() > 5);
-    VERIFY_NOTHING_MISSING(texts);
-}
+
+    void everyCharacter_isDrawnByAFont_data()
+    {
+        QTest::addColumn<Collector>("collect");
+        QTest::addColumn<QString>("sample");
+        QTest::newRow("Control window") << &controlTexts << "⏸  PAUSE";
+        QTest::newRow("Output window") << &outputTexts << "-12:34";
+        QTest::newRow("Settings dialog") << &settingsTexts << "Press any key...";
+        QTest::newRow("About card") << &aboutTexts << "×";
+    }
+
+    void everyCharacter_isDrawnByAFont()
+    {
+        QFETCH(Collector, collect);
+        QFETCH(QString, sample);
+        const QList<Drawn> texts = collect();
+        QVERIFY(std::any_of(texts.begin(), texts.end(),
+                            [&](const Drawn &drawn) { return drawn.text == sample; }));
+        VERIFY_NOTHING_MISSING(texts);
+    }
+
+    void updateBoxes_areDrawnByAFont_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("sample");
+        QTest::newRow("offer") << "99.0.0"
+                               << "Download";
+        QTest::newRow("up to date") << "1.1.4"
+                                    << "You're up to date.\nVersion 1.1.4";
+    }
+
+    void updateBoxes_areDrawnByAFont()
+    {
+        QFETCH(QString, version);
+        QFETCH(QString, sample);
+        ControlFixture fixture; // installs the style sheet
+        UpdateStage stage;
+        stage.server.setAnswer(httpAnswer(updateDocument(version)));
+        QList<Drawn> texts;
+        stage.setAction([&texts](QMessageBox &box) {
+            texts = textsIn(box);
+            box.close();
+        });
+        Updater updater;
+        updater.check(false);
+        QVERIFY(stage.settle());
+        QVERIFY(std::any_of(texts.begin(), texts.end(),
+                            [&](const Drawn &drawn) { return drawn.text == sample; }));
+        VERIFY_NOTHING_MISSING(texts);
+    }
+
+    void symbol_isDrawnInEveryFontOfTheWindows_data()
+    {
+        QTest::addColumn<QString>("symbol");
+        for (const char *symbol : {"▶", "⏸", "↺", "⚙", "▼", "▲", "⏱", "🕐", "⊞", "■", "◀", "−",
+                                   "…", "×", "—", "“", "”"})
+            QTest::newRow(symbol) << QString::fromUtf8(symbol);
+    }
+
+    void symbol_isDrawnInEveryFontOfTheWindows()
+    {
+        QFETCH(QString, symbol);
+        QList<Drawn> texts = controlTexts() + settingsTexts() + aboutTexts();
+        QList<QFont> fonts;
+        for (const Drawn &drawn : std::as_const(texts)) {
+            if (!fonts.contains(drawn.font))
+                fonts.append(drawn.font);
+        }
+        texts.clear();
+        for (const QFont &font : std::as_const(fonts))
+            texts.append({symbol, font});
+        QVERIFY(texts.size() > 5);
+        VERIFY_NOTHING_MISSING(texts);
+    }
+};
 
 VELMORA_TEST_MAIN(SymbolsTest)
 #include "tst_Symbols.moc"

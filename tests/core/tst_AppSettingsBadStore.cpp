@@ -16,46 +16,6 @@
 #include "RecordFields.h"
 #include "TestMain.h"
 
-/// A store that is damaged, unreadable or not writable: nothing crashes, what can be read
-/// is read, and what is stored stays.
-///
-/// Each test has a store at a place of its own, because the settings class remembers a file
-/// by its name, with the changes that it could not write. For the same reason the file is
-/// looked at past that class.
-class AppSettingsBadStoreTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-
-    void brokenFile_yieldsTheFallbacks_data();
-    void brokenFile_yieldsTheFallbacks();
-    void brokenFile_canBeSavedOver_data();
-    void brokenFile_canBeSavedOver();
-    void halfBrokenFile_yieldsWhatItHolds();
-    void fileThatQtGivesUp_yieldsTheFallbacks();
-    void directoryInTheFilesPlace_yieldsTheFallbacks();
-    void directoryInTheFilesPlace_survivesASave();
-    void unreadableFile_yieldsTheFallbacks();
-    void unreadableFile_keepsItsContents();
-    void readOnlyFile_keepsItsContents();
-    void readOnlyFolder_keepsTheFile();
-    void readOnlyFolder_isReadAsBefore();
-    void configHomeBelowAFile_yieldsTheFallbacks();
-    void configHomeBelowAFile_survivesASave();
-
-private:
-    void moveStoreTo(const QString &configHome);
-    void writeFile(const QByteArray &contents) const;
-    QByteArray fileContents() const;
-
-    std::unique_ptr<QTemporaryDir> home;
-    QString folder; ///< the folder of the store's file
-    QString path;   ///< the store's file
-};
-
 namespace {
 
 constexpr uid_t nobody = 65534;
@@ -140,188 +100,202 @@ AppSettings loaded()
 
 } // namespace
 
-void AppSettingsBadStoreTest::init()
+/// A store that is damaged, unreadable or not writable: nothing crashes, what can be read
+/// is read, and what is stored stays.
+///
+/// Each test has a store at a place of its own, because the settings class remembers a file
+/// by its name, with the changes that it could not write. For the same reason the file is
+/// looked at past that class.
+class AppSettingsBadStoreTest : public QObject
 {
-    home = std::make_unique<QTemporaryDir>();
-    QVERIFY(home->isValid());
-    setMode(home->path(), 0755); // another user's load must get there
-    moveStoreTo(home->path());
-    QVERIFY(QDir().mkpath(folder));
-}
+    Q_OBJECT
 
-void AppSettingsBadStoreTest::cleanup()
-{
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    home.reset();
-}
-
-void AppSettingsBadStoreTest::moveStoreTo(const QString &configHome)
-{
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configHome);
-    folder = configHome + "/Velmora";
-    path = folder + "/Velmora.conf";
-}
-
-void AppSettingsBadStoreTest::writeFile(const QByteArray &contents) const
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        qFatal("Cannot write the test's store %s", qPrintable(path));
-}
-
-QByteArray AppSettingsBadStoreTest::fileContents() const
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void AppSettingsBadStoreTest::brokenFile_yieldsTheFallbacks_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("blank") << QByteArray("\n\n  \n");
-    QTest::newRow("no pairs") << QByteArray("this is\nno settings file\n");
-    QTest::newRow("open bracket") << QByteArray("[General\nclockFontSize");
-    QTest::newRow("zeros") << QByteArray(4096, '\0');
-    QTest::newRow("a picture") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe=\x80", 20);
-    QTest::newRow("open quotes") << QByteArray("[General]\nsomething=\"clockFontSize");
-    QTest::newRow("bad escapes") << QByteArray("[General]\nx=\\x\ny=@Variant(\\0\\0)\n%=%ZZ\n");
-    QTest::newRow("endless list") << "[General]\ny=" + endlessList + '\n';
-    QTest::newRow("another format") << QByteArray("{\"clockFontSize\": 99, \"presets\": [1]}");
-}
-
-void AppSettingsBadStoreTest::brokenFile_yieldsTheFallbacks()
-{
-    QFETCH(QByteArray, contents);
-    const WithoutMuchMemory limited;
-    writeFile(contents);
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    QCOMPARE(fileContents(), contents);
-}
-
-void AppSettingsBadStoreTest::brokenFile_canBeSavedOver_data()
-{
-    brokenFile_yieldsTheFallbacks_data();
-}
-
-void AppSettingsBadStoreTest::brokenFile_canBeSavedOver()
-{
-    QFETCH(QByteArray, contents);
-    const WithoutMuchMemory limited;
-    writeFile(contents);
-    saveSettings(unusualRecord());
-    const QByteArray saved = fileContents();
-    // Read at another place, where the settings class remembers nothing of the save.
-    const QTemporaryDir other;
-    moveStoreTo(other.path());
-    QVERIFY(QDir().mkpath(folder));
-    writeFile(saved);
-    QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
-}
-
-void AppSettingsBadStoreTest::halfBrokenFile_yieldsWhatItHolds()
-{
-    writeFile("[General]\n\xff\xfe\x80\nno pair here\nclockFontSize=99\n=\n==\n"
-              "[unclosed\nshortcutReset=lost\n[presets]\n1\\val=45\nsize=1\n");
-    const AppSettings settings = loaded();
-    QCOMPARE(settings.clockFontSize, 99);
-    QCOMPARE(settings.presets, QList<int>{45});
-}
-
-void AppSettingsBadStoreTest::fileThatQtGivesUp_yieldsTheFallbacks()
-{
-    const WithoutMuchMemory limited;
-    writeFile(contentsThatQtGivesUp);
-    if (!qtGivesUp())
-        QSKIP("This Qt reads the rest of such a file");
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    QCOMPARE(fileContents(), contentsThatQtGivesUp);
-}
-
-void AppSettingsBadStoreTest::directoryInTheFilesPlace_yieldsTheFallbacks()
-{
-    QVERIFY(QDir().mkpath(path));
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    QVERIFY(QFileInfo(path).isDir());
-}
-
-void AppSettingsBadStoreTest::directoryInTheFilesPlace_survivesASave()
-{
-    QVERIFY(QDir().mkpath(path + "/inside"));
-    saveSettings(unusualRecord());
-    QVERIFY(QFileInfo(path + "/inside").isDir());
-}
-
-void AppSettingsBadStoreTest::unreadableFile_yieldsTheFallbacks()
-{
-    writeFile(someContents);
-    setMode(path, 0000);
-    const WithoutPrivileges asAnyone;
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-}
-
-void AppSettingsBadStoreTest::unreadableFile_keepsItsContents()
-{
-    writeFile(someContents);
-    setMode(path, 0000);
+private slots:
+    void init()
     {
+        home = std::make_unique<QTemporaryDir>();
+        QVERIFY(home->isValid());
+        setMode(home->path(), 0755); // another user's load must get there
+        moveStoreTo(home->path());
+        QVERIFY(QDir().mkpath(folder));
+    }
+
+    void cleanup()
+    {
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        home.reset();
+    }
+
+    void brokenFile_yieldsTheFallbacks_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("blank") << QByteArray("\n\n  \n");
+        QTest::newRow("no pairs") << QByteArray("this is\nno settings file\n");
+        QTest::newRow("open bracket") << QByteArray("[General\nclockFontSize");
+        QTest::newRow("zeros") << QByteArray(4096, '\0');
+        QTest::newRow("a picture") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe=\x80", 20);
+        QTest::newRow("open quotes") << QByteArray("[General]\nsomething=\"clockFontSize");
+        QTest::newRow("bad escapes") << QByteArray("[General]\nx=\\x\ny=@Variant(\\0\\0)\n%=%ZZ\n");
+        QTest::newRow("endless list") << "[General]\ny=" + endlessList + '\n';
+        QTest::newRow("another format") << QByteArray("{\"clockFontSize\": 99, \"presets\": [1]}");
+    }
+
+    void brokenFile_yieldsTheFallbacks()
+    {
+        QFETCH(QByteArray, contents);
+        const WithoutMuchMemory limited;
+        writeFile(contents);
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+        QCOMPARE(fileContents(), contents);
+    }
+
+    void brokenFile_canBeSavedOver_data() { brokenFile_yieldsTheFallbacks_data(); }
+
+    void brokenFile_canBeSavedOver()
+    {
+        QFETCH(QByteArray, contents);
+        const WithoutMuchMemory limited;
+        writeFile(contents);
+        saveSettings(unusualRecord());
+        const QByteArray saved = fileContents();
+        // Read at another place, where the settings class remembers nothing of the save.
+        const QTemporaryDir other;
+        moveStoreTo(other.path());
+        QVERIFY(QDir().mkpath(folder));
+        writeFile(saved);
+        QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
+    }
+
+    void halfBrokenFile_yieldsWhatItHolds()
+    {
+        writeFile("[General]\n\xff\xfe\x80\nno pair here\nclockFontSize=99\n=\n==\n"
+                  "[unclosed\nshortcutReset=lost\n[presets]\n1\\val=45\nsize=1\n");
+        const AppSettings settings = loaded();
+        QCOMPARE(settings.clockFontSize, 99);
+        QCOMPARE(settings.presets, QList<int>{45});
+    }
+
+    void fileThatQtGivesUp_yieldsTheFallbacks()
+    {
+        const WithoutMuchMemory limited;
+        writeFile(contentsThatQtGivesUp);
+        if (!qtGivesUp())
+            QSKIP("This Qt reads the rest of such a file");
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+        QCOMPARE(fileContents(), contentsThatQtGivesUp);
+    }
+
+    void directoryInTheFilesPlace_yieldsTheFallbacks()
+    {
+        QVERIFY(QDir().mkpath(path));
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+        QVERIFY(QFileInfo(path).isDir());
+    }
+
+    void directoryInTheFilesPlace_survivesASave()
+    {
+        QVERIFY(QDir().mkpath(path + "/inside"));
+        saveSettings(unusualRecord());
+        QVERIFY(QFileInfo(path + "/inside").isDir());
+    }
+
+    void unreadableFile_yieldsTheFallbacks()
+    {
+        writeFile(someContents);
+        setMode(path, 0000);
+        const WithoutPrivileges asAnyone;
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    }
+
+    void unreadableFile_keepsItsContents()
+    {
+        writeFile(someContents);
+        setMode(path, 0000);
+        {
+            const WithoutPrivileges asAnyone;
+            saveSettings(unusualRecord());
+        }
+        setMode(path, 0644);
+        QCOMPARE(fileContents(), someContents);
+    }
+
+    void readOnlyFile_keepsItsContents()
+    {
+        writeFile(someContents);
+        setMode(path, 0444);
+        setMode(folder, 0777);
+        const WithoutPrivileges asAnyone;
+        QCOMPARE(loaded().clockFontSize, 99);
+        saveSettings(unusualRecord());
+        QCOMPARE(fileContents(), someContents);
+    }
+
+    void readOnlyFolder_keepsTheFile()
+    {
+        writeFile(someContents);
+        setMode(path, 0666);
+        setMode(folder, 0555);
         const WithoutPrivileges asAnyone;
         saveSettings(unusualRecord());
+        QCOMPARE(fileContents(), someContents);
     }
-    setMode(path, 0644);
-    QCOMPARE(fileContents(), someContents);
-}
 
-void AppSettingsBadStoreTest::readOnlyFile_keepsItsContents()
-{
-    writeFile(someContents);
-    setMode(path, 0444);
-    setMode(folder, 0777);
-    const WithoutPrivileges asAnyone;
-    QCOMPARE(loaded().clockFontSize, 99);
-    saveSettings(unusualRecord());
-    QCOMPARE(fileContents(), someContents);
-}
+    void readOnlyFolder_isReadAsBefore()
+    {
+        writeFile(someContents);
+        setMode(path, 0644);
+        setMode(folder, 0555);
+        const WithoutPrivileges asAnyone;
+        const AppSettings settings = loaded();
+        QCOMPARE(settings.clockFontSize, 99);
+        QCOMPARE(settings.shortcutReset, QStringLiteral("F5"));
+        QCOMPARE(settings.presets, QList<int>{45});
+    }
 
-void AppSettingsBadStoreTest::readOnlyFolder_keepsTheFile()
-{
-    writeFile(someContents);
-    setMode(path, 0666);
-    setMode(folder, 0555);
-    const WithoutPrivileges asAnyone;
-    saveSettings(unusualRecord());
-    QCOMPARE(fileContents(), someContents);
-}
+    void configHomeBelowAFile_yieldsTheFallbacks()
+    {
+        const QString occupied = home->filePath("occupied");
+        QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
+        moveStoreTo(occupied + "/config");
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    }
 
-void AppSettingsBadStoreTest::readOnlyFolder_isReadAsBefore()
-{
-    writeFile(someContents);
-    setMode(path, 0644);
-    setMode(folder, 0555);
-    const WithoutPrivileges asAnyone;
-    const AppSettings settings = loaded();
-    QCOMPARE(settings.clockFontSize, 99);
-    QCOMPARE(settings.shortcutReset, QStringLiteral("F5"));
-    QCOMPARE(settings.presets, QList<int>{45});
-}
+    void configHomeBelowAFile_survivesASave()
+    {
+        const QString occupied = home->filePath("occupied");
+        QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
+        moveStoreTo(occupied + "/config");
+        saveSettings(unusualRecord());
+        QVERIFY(QFileInfo(occupied).isFile());
+        QVERIFY(!QFileInfo::exists(path));
+    }
 
-void AppSettingsBadStoreTest::configHomeBelowAFile_yieldsTheFallbacks()
-{
-    const QString occupied = home->filePath("occupied");
-    QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
-    moveStoreTo(occupied + "/config");
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-}
+private:
+    void moveStoreTo(const QString &configHome)
+    {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configHome);
+        folder = configHome + "/Velmora";
+        path = folder + "/Velmora.conf";
+    }
 
-void AppSettingsBadStoreTest::configHomeBelowAFile_survivesASave()
-{
-    const QString occupied = home->filePath("occupied");
-    QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
-    moveStoreTo(occupied + "/config");
-    saveSettings(unusualRecord());
-    QVERIFY(QFileInfo(occupied).isFile());
-    QVERIFY(!QFileInfo::exists(path));
-}
+    void writeFile(const QByteArray &contents) const
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
+            qFatal("Cannot write the test's store %s", qPrintable(path));
+    }
+
+    QByteArray fileContents() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::unique_ptr<QTemporaryDir> home;
+    QString folder; ///< the folder of the store's file
+    QString path;   ///< the store's file
+};
 
 VELMORA_TEST_MAIN(AppSettingsBadStoreTest)
 #include "tst_AppSettingsBadStore.moc"

@@ -8,31 +8,6 @@
 #include "Store.h"
 #include "TestMain.h"
 
-/// The store as Windows' own functions see it: its place in the registry, the kind of each value,
-/// and values of kinds that the program never writes.
-class AppSettingsRegistryTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-
-    void save_writesBelowThePersonsSoftwareKey();
-    void save_writesTextsAndFlagsAsTexts();
-    void save_writesNumbersAsNumbers();
-    void save_writesPresetsAsNumberedKeys();
-    void load_storesNothing();
-    void number_storedAsAText_isRead();
-    void number_ofAllBits_isReadAsNegative();
-    void flag_storedAsANumber_isRead_data();
-    void flag_storedAsANumber_isRead();
-    void valueOfAnotherKind_harmsNothing_data();
-    void valueOfAnotherKind_harmsNothing();
-    void keyInAValuesPlace_isNoValue();
-    void storeThatCannotBeMade_yieldsTheFallbacks();
-    void storeThatCannotBeMade_survivesASave();
-};
-
 namespace {
 
 const QString storeKey = QStringLiteral("Software\\Velmora\\Velmora");
@@ -131,172 +106,177 @@ AppSettings loaded()
 
 } // namespace
 
-void AppSettingsRegistryTest::init()
+/// The store as Windows' own functions see it: its place in the registry, the kind of each value,
+/// and values of kinds that the program never writes.
+class AppSettingsRegistryTest : public QObject
 {
-    removeStore();
-}
+    Q_OBJECT
 
-void AppSettingsRegistryTest::save_writesBelowThePersonsSoftwareKey()
-{
-    QCOMPARE(value(storeKey, "bgColor").kind, DWORD(REG_NONE));
-    saveSettings(unusualRecord());
-    QCOMPARE(text(storeKey, "bgColor"), QStringLiteral("#010203"));
-}
+private slots:
+    void init() { removeStore(); }
 
-void AppSettingsRegistryTest::save_writesTextsAndFlagsAsTexts()
-{
-    saveSettings(unusualRecord());
-    const QMap<QString, QString> expected{
-        {"clock24hr", "false"},
-        {"clockShowSeconds", "false"},
-        {"overtimeEnabled", "false"},
-        {"blinkEnabled", "false"},
-        {"bgImageEnabled", "true"},
-        {"soundEnabled", "true"},
-        {"timerColorNormal", "#040506"},
-        {"timerColorWarning", "#070809"},
-        {"timerColorCritical", "#0a0b0c"},
-        {"clockColor", "#0d0e0f"},
-        {"messageColor", "#101112"},
-        {"bgImagePath", "/pictures/Stage left.png"},
-        {"soundFilePath", "/sounds/gong.wav"},
-        {"shortcutStartPause", "F1"},
-        {"shortcutReset", "Ctrl+R"},
-        {"shortcutPlusMin", "Num+5"},
-        {"shortcutMinusMin", "Ctrl+K, Ctrl+C"},
-        {"shortcutToggleOutput", ""},
-    };
-    for (auto it = expected.cbegin(); it != expected.cend(); ++it)
-        QCOMPARE(it.key() + '=' + text(storeKey, it.key()), it.key() + '=' + it.value());
-}
-
-void AppSettingsRegistryTest::save_writesNumbersAsNumbers()
-{
-    AppSettings settings = unusualRecord();
-    settings.clockFontSize = -1; // what is saved is not clamped
-    saveSettings(settings);
-    QCOMPARE(number(storeKey, "timerFontSize"), QVariant(31));
-    QCOMPARE(number(storeKey, "clockFontSize"), QVariant(-1));
-    QCOMPARE(number(storeKey, "messageFontSize"), QVariant(13));
-    QCOMPARE(number(storeKey, "defaultDuration"), QVariant(754));
-    QCOMPARE(number(storeKey, "warningThreshold"), QVariant(17));
-}
-
-void AppSettingsRegistryTest::save_writesPresetsAsNumberedKeys()
-{
-    saveSettings(unusualRecord());
-    const QString presets = storeKey + "\\presets";
-    QCOMPARE(number(presets, "size"), QVariant(3));
-    QCOMPARE(number(presets + "\\1", "val"), QVariant(45));
-    QCOMPARE(number(presets + "\\2", "val"), QVariant(90));
-    QCOMPARE(number(presets + "\\3", "val"), QVariant(45));
-}
-
-void AppSettingsRegistryTest::load_storesNothing()
-{
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    DWORD keys = 0;
-    DWORD values = 0;
-    // Qt makes the key for whoever could write to it.
-    HKEY key = nullptr;
-    QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, wide(storeKey), 0, KEY_READ, &key),
-             LSTATUS(ERROR_SUCCESS));
-    QCOMPARE(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
-                              nullptr, nullptr, nullptr, nullptr),
-             LSTATUS(ERROR_SUCCESS));
-    RegCloseKey(key);
-    QCOMPARE(keys, DWORD(0));
-    QCOMPARE(values, DWORD(0));
-}
-
-void AppSettingsRegistryTest::number_storedAsAText_isRead()
-{
-    Key(storeKey).set("clockFontSize", REG_SZ, bytesOf(QStringLiteral("99")));
-    QCOMPARE(loaded().clockFontSize, 99);
-}
-
-// There are no negative numbers of this kind; a person's -1 is stored as all bits.
-void AppSettingsRegistryTest::number_ofAllBits_isReadAsNegative()
-{
-    Key(storeKey).set("clockFontSize", REG_DWORD, bytesOf(0xFFFFFFFF));
-    QCOMPARE(loaded().clockFontSize, 20);
-}
-
-void AppSettingsRegistryTest::flag_storedAsANumber_isRead_data()
-{
-    QTest::addColumn<uint>("stored");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("0") << 0U << false;
-    QTest::newRow("1") << 1U << true;
-    QTest::newRow("2") << 2U << true;
-}
-
-void AppSettingsRegistryTest::flag_storedAsANumber_isRead()
-{
-    QFETCH(uint, stored);
-    QFETCH(bool, expected);
-    Key key(storeKey);
-    key.set("clock24hr", REG_DWORD, bytesOf(stored));
-    key.set("soundEnabled", REG_DWORD, bytesOf(stored));
-    QCOMPARE(loaded().clock24hr, expected);
-    QCOMPARE(loaded().soundEnabled, expected);
-}
-
-void AppSettingsRegistryTest::valueOfAnotherKind_harmsNothing_data()
-{
-    QTest::addColumn<uint>("kind");
-    QTest::addColumn<QByteArray>("bytes");
-    const QByteArray noise("\xff\x00\xd8\x41\x00\xdc\x01", 7);
-    QTest::newRow("bytes") << uint(REG_BINARY) << noise;
-    QTest::newRow("no bytes") << uint(REG_BINARY) << QByteArray();
-    QTest::newRow("nothing") << uint(REG_NONE) << QByteArray();
-    QTest::newRow("a text without an end") << uint(REG_SZ) << noise;
-    QTest::newRow("texts without an end") << uint(REG_MULTI_SZ) << noise;
-    QTest::newRow("a short number") << uint(REG_DWORD) << QByteArray("\x07", 1);
-    QTest::newRow("a number of 64 bits") << uint(REG_QWORD) << QByteArray(8, '\x7f');
-}
-
-// Every value has the strange kind but one, which is read all the same.
-void AppSettingsRegistryTest::valueOfAnotherKind_harmsNothing()
-{
-    QFETCH(uint, kind);
-    QFETCH(QByteArray, bytes);
-    Key key(storeKey);
-    const QStringList names = firstRunFields().keys();
-    for (const QString &name : names) {
-        if (name != "presets")
-            key.set(name, kind, bytes);
+    void save_writesBelowThePersonsSoftwareKey()
+    {
+        QCOMPARE(value(storeKey, "bgColor").kind, DWORD(REG_NONE));
+        saveSettings(unusualRecord());
+        QCOMPARE(text(storeKey, "bgColor"), QStringLiteral("#010203"));
     }
-    key.set("messageFontSize", REG_DWORD, bytesOf(40));
-    Key(presetKey).set("val", kind, bytes);
-    const AppSettings settings = loaded();
-    QCOMPARE(settings.messageFontSize, 40);
-    QCOMPARE(settings.presets, QList<int>({300, 600, 900, 1800})); // there is no size
-    QVERIFY(settings.timerFontSize >= 30 && settings.timerFontSize <= 550);
-    QVERIFY(settings.defaultDuration >= 0 && settings.defaultDuration <= 59940);
-    saveSettings(unusualRecord());
-    QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
-}
 
-void AppSettingsRegistryTest::keyInAValuesPlace_isNoValue()
-{
-    Key(storeKey + "\\clockFontSize").set("inside", REG_DWORD, bytesOf(99));
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-}
+    void save_writesTextsAndFlagsAsTexts()
+    {
+        saveSettings(unusualRecord());
+        const QMap<QString, QString> expected{
+            {"clock24hr", "false"},
+            {"clockShowSeconds", "false"},
+            {"overtimeEnabled", "false"},
+            {"blinkEnabled", "false"},
+            {"bgImageEnabled", "true"},
+            {"soundEnabled", "true"},
+            {"timerColorNormal", "#040506"},
+            {"timerColorWarning", "#070809"},
+            {"timerColorCritical", "#0a0b0c"},
+            {"clockColor", "#0d0e0f"},
+            {"messageColor", "#101112"},
+            {"bgImagePath", "/pictures/Stage left.png"},
+            {"soundFilePath", "/sounds/gong.wav"},
+            {"shortcutStartPause", "F1"},
+            {"shortcutReset", "Ctrl+R"},
+            {"shortcutPlusMin", "Num+5"},
+            {"shortcutMinusMin", "Ctrl+K, Ctrl+C"},
+            {"shortcutToggleOutput", ""},
+        };
+        for (auto it = expected.cbegin(); it != expected.cend(); ++it)
+            QCOMPARE(it.key() + '=' + text(storeKey, it.key()), it.key() + '=' + it.value());
+    }
 
-void AppSettingsRegistryTest::storeThatCannotBeMade_yieldsTheFallbacks()
-{
-    blockStore();
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-}
+    void save_writesNumbersAsNumbers()
+    {
+        AppSettings settings = unusualRecord();
+        settings.clockFontSize = -1; // what is saved is not clamped
+        saveSettings(settings);
+        QCOMPARE(number(storeKey, "timerFontSize"), QVariant(31));
+        QCOMPARE(number(storeKey, "clockFontSize"), QVariant(-1));
+        QCOMPARE(number(storeKey, "messageFontSize"), QVariant(13));
+        QCOMPARE(number(storeKey, "defaultDuration"), QVariant(754));
+        QCOMPARE(number(storeKey, "warningThreshold"), QVariant(17));
+    }
 
-void AppSettingsRegistryTest::storeThatCannotBeMade_survivesASave()
-{
-    blockStore();
-    saveSettings(unusualRecord());
-    QVERIFY(!storeExists());
-    QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-}
+    void save_writesPresetsAsNumberedKeys()
+    {
+        saveSettings(unusualRecord());
+        const QString presets = storeKey + "\\presets";
+        QCOMPARE(number(presets, "size"), QVariant(3));
+        QCOMPARE(number(presets + "\\1", "val"), QVariant(45));
+        QCOMPARE(number(presets + "\\2", "val"), QVariant(90));
+        QCOMPARE(number(presets + "\\3", "val"), QVariant(45));
+    }
+
+    void load_storesNothing()
+    {
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+        DWORD keys = 0;
+        DWORD values = 0;
+        // Qt makes the key for whoever could write to it.
+        HKEY key = nullptr;
+        QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, wide(storeKey), 0, KEY_READ, &key),
+                 LSTATUS(ERROR_SUCCESS));
+        QCOMPARE(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                                  nullptr, nullptr, nullptr, nullptr),
+                 LSTATUS(ERROR_SUCCESS));
+        RegCloseKey(key);
+        QCOMPARE(keys, DWORD(0));
+        QCOMPARE(values, DWORD(0));
+    }
+
+    void number_storedAsAText_isRead()
+    {
+        Key(storeKey).set("clockFontSize", REG_SZ, bytesOf(QStringLiteral("99")));
+        QCOMPARE(loaded().clockFontSize, 99);
+    }
+
+    // There are no negative numbers of this kind; a person's -1 is stored as all bits.
+    void number_ofAllBits_isReadAsNegative()
+    {
+        Key(storeKey).set("clockFontSize", REG_DWORD, bytesOf(0xFFFFFFFF));
+        QCOMPARE(loaded().clockFontSize, 20);
+    }
+
+    void flag_storedAsANumber_isRead_data()
+    {
+        QTest::addColumn<uint>("stored");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("0") << 0U << false;
+        QTest::newRow("1") << 1U << true;
+        QTest::newRow("2") << 2U << true;
+    }
+
+    void flag_storedAsANumber_isRead()
+    {
+        QFETCH(uint, stored);
+        QFETCH(bool, expected);
+        Key key(storeKey);
+        key.set("clock24hr", REG_DWORD, bytesOf(stored));
+        key.set("soundEnabled", REG_DWORD, bytesOf(stored));
+        QCOMPARE(loaded().clock24hr, expected);
+        QCOMPARE(loaded().soundEnabled, expected);
+    }
+
+    void valueOfAnotherKind_harmsNothing_data()
+    {
+        QTest::addColumn<uint>("kind");
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray noise("\xff\x00\xd8\x41\x00\xdc\x01", 7);
+        QTest::newRow("bytes") << uint(REG_BINARY) << noise;
+        QTest::newRow("no bytes") << uint(REG_BINARY) << QByteArray();
+        QTest::newRow("nothing") << uint(REG_NONE) << QByteArray();
+        QTest::newRow("a text without an end") << uint(REG_SZ) << noise;
+        QTest::newRow("texts without an end") << uint(REG_MULTI_SZ) << noise;
+        QTest::newRow("a short number") << uint(REG_DWORD) << QByteArray("\x07", 1);
+        QTest::newRow("a number of 64 bits") << uint(REG_QWORD) << QByteArray(8, '\x7f');
+    }
+
+    // Every value has the strange kind but one, which is read all the same.
+    void valueOfAnotherKind_harmsNothing()
+    {
+        QFETCH(uint, kind);
+        QFETCH(QByteArray, bytes);
+        Key key(storeKey);
+        const QStringList names = firstRunFields().keys();
+        for (const QString &name : names) {
+            if (name != "presets")
+                key.set(name, kind, bytes);
+        }
+        key.set("messageFontSize", REG_DWORD, bytesOf(40));
+        Key(presetKey).set("val", kind, bytes);
+        const AppSettings settings = loaded();
+        QCOMPARE(settings.messageFontSize, 40);
+        QCOMPARE(settings.presets, QList<int>({300, 600, 900, 1800})); // there is no size
+        QVERIFY(settings.timerFontSize >= 30 && settings.timerFontSize <= 550);
+        QVERIFY(settings.defaultDuration >= 0 && settings.defaultDuration <= 59940);
+        saveSettings(unusualRecord());
+        QCOMPARE(differingFields(fieldsOf(unusualRecord()), fieldsOf(loaded())), QStringList());
+    }
+
+    void keyInAValuesPlace_isNoValue()
+    {
+        Key(storeKey + "\\clockFontSize").set("inside", REG_DWORD, bytesOf(99));
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    }
+
+    void storeThatCannotBeMade_yieldsTheFallbacks()
+    {
+        blockStore();
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    }
+
+    void storeThatCannotBeMade_survivesASave()
+    {
+        blockStore();
+        saveSettings(unusualRecord());
+        QVERIFY(!storeExists());
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+    }
+};
 
 VELMORA_TEST_MAIN(AppSettingsRegistryTest)
 #include "tst_AppSettingsRegistry.moc"

@@ -9,21 +9,6 @@
 
 #include "TestMain.h"
 
-/// That the link graph of the subsystems is the architecture: the real compiler, given the
-/// include directories of a subsystem's library, finds the headers of those libraries that
-/// it may use and of no others.
-class ArchitectureTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void include_isFoundAlongTheGraphOnly_data();
-    void include_isFoundAlongTheGraphOnly();
-    void include_namesNoFolder_data();
-    void include_namesNoFolder();
-    void folders_areTheSubsystems();
-};
-
 namespace {
 
 const QString sourceRoot = QStringLiteral(VELMORA_SOURCES);
@@ -84,75 +69,86 @@ Outcome include(const QString &subsystem, const QString &header)
 
 } // namespace
 
-void ArchitectureTest::include_isFoundAlongTheGraphOnly_data()
+/// That the link graph of the subsystems is the architecture: the real compiler, given the
+/// include directories of a subsystem's library, finds the headers of those libraries that
+/// it may use and of no others.
+class ArchitectureTest : public QObject
 {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("header");
-    QTest::addColumn<bool>("found");
-    const QStringList subsystems = allowed().keys();
-    for (const QString &from : subsystems) {
-        for (const QString &to : subsystems) {
-            const bool found = allowed().value(from).contains(to);
-            const QStringList headers = headersOf(to);
-            for (const QString &header : headers) {
-                QTest::addRow("%s to %s %s", qPrintable(from), qPrintable(to), qPrintable(header))
-                    << from << header << found;
+    Q_OBJECT
+
+private slots:
+    void include_isFoundAlongTheGraphOnly_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("header");
+        QTest::addColumn<bool>("found");
+        const QStringList subsystems = allowed().keys();
+        for (const QString &from : subsystems) {
+            for (const QString &to : subsystems) {
+                const bool found = allowed().value(from).contains(to);
+                const QStringList headers = headersOf(to);
+                for (const QString &header : headers) {
+                    QTest::addRow("%s to %s %s", qPrintable(from), qPrintable(to),
+                                  qPrintable(header))
+                        << from << header << found;
+                }
             }
         }
     }
-}
 
-void ArchitectureTest::include_isFoundAlongTheGraphOnly()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, header);
-    QFETCH(bool, found);
-    const Outcome outcome = include(from, header);
-    if (found) {
-        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
-        return;
+    void include_isFoundAlongTheGraphOnly()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, header);
+        QFETCH(bool, found);
+        const Outcome outcome = include(from, header);
+        if (found) {
+            QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+            return;
+        }
+        // Not just any failure: it is this header that is missing.
+        const QString name = QRegularExpression::escape(header);
+        const QRegularExpression missing(name + ": No such file|'" + name + "' file not found");
+        QVERIFY(outcome.exitCode > 0);
+        QVERIFY2(missing.match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
     }
-    // Not just any failure: it is this header that is missing.
-    const QString name = QRegularExpression::escape(header);
-    const QRegularExpression missing(name + ": No such file|'" + name + "' file not found");
-    QVERIFY(outcome.exitCode > 0);
-    QVERIFY2(missing.match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
-}
 
-void ArchitectureTest::include_namesNoFolder_data()
-{
-    QTest::addColumn<QString>("path");
-    QDirIterator iterator(sourceRoot, {"*.h", "*.cpp", "*.in"}, QDir::Files,
-                          QDirIterator::Subdirectories);
-    while (iterator.hasNext()) {
-        const QString path = iterator.next();
-        QTest::newRow(qPrintable(path.mid(sourceRoot.size() + 1))) << path;
+    void include_namesNoFolder_data()
+    {
+        QTest::addColumn<QString>("path");
+        QDirIterator iterator(sourceRoot, {"*.h", "*.cpp", "*.in"}, QDir::Files,
+                              QDirIterator::Subdirectories);
+        while (iterator.hasNext()) {
+            const QString path = iterator.next();
+            QTest::newRow(qPrintable(path.mid(sourceRoot.size() + 1))) << path;
+        }
     }
-}
 
-void ArchitectureTest::include_namesNoFolder()
-{
-    QFETCH(QString, path);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    static const QRegularExpression includes(R"(^\s*#\s*include\s*["<]([^">]*)[">])",
-                                             QRegularExpression::MultilineOption);
-    const QString text = QString::fromUtf8(file.readAll());
-    for (const QRegularExpressionMatch &match : includes.globalMatch(text)) {
-        const QString name = match.captured(1);
-        QVERIFY2(!name.contains(".."), qPrintable(name));
-        QVERIFY2(!allowed().contains(name.section('/', 0, -2).section('/', -1)), qPrintable(name));
-        QVERIFY2(!name.contains('/') || !QFileInfo::exists(sourceRoot + '/' + name),
-                 qPrintable(name));
+    void include_namesNoFolder()
+    {
+        QFETCH(QString, path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        static const QRegularExpression includes("^\\s*#\\s*include\\s*[\"<]([^\">]*)[\">]",
+                                                 QRegularExpression::MultilineOption);
+        const QString text = QString::fromUtf8(file.readAll());
+        for (const QRegularExpressionMatch &match : includes.globalMatch(text)) {
+            const QString name = match.captured(1);
+            QVERIFY2(!name.contains(".."), qPrintable(name));
+            QVERIFY2(!allowed().contains(name.section('/', 0, -2).section('/', -1)),
+                     qPrintable(name));
+            QVERIFY2(!name.contains('/') || !QFileInfo::exists(sourceRoot + '/' + name),
+                     qPrintable(name));
+        }
     }
-}
 
-void ArchitectureTest::folders_areTheSubsystems()
-{
-    const QStringList folders =
-        QDir(sourceRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    QCOMPARE(folders, allowed().keys());
-}
+    void folders_areTheSubsystems()
+    {
+        const QStringList folders =
+            QDir(sourceRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+        QCOMPARE(folders, allowed().keys());
+    }
+};
 
 VELMORA_TEST_MAIN(ArchitectureTest)
 #include "tst_Architecture.moc"

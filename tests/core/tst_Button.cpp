@@ -80,165 +80,149 @@ class ButtonTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { qApp->setStyleSheet(applicationStyleSheet()); }
 
-    void label_takesTheRoomOfThePadding();
-    void label_staysInTheMiddle();
-    void label_isDrawnWithoutAnyRoom();
-    void label_besideItsIcon_isWhole();
-    void wideButton_looksAsQtsOwn_data();
-    void wideButton_looksAsQtsOwn();
-    void pressedColour_reachesTheLabel();
-    void hoverColour_reachesTheLabel();
-    void focus_isSeen();
-    void radioButton_hasARingThatStandsOut_data();
-    void radioButton_hasARingThatStandsOut();
+    void label_takesTheRoomOfThePadding()
+    {
+        ShownButton shown("color:#ff0000;");
+        shown.button.adjustSize();
+        const QList<int> whole = columnsOf(shown.button, Qt::red);
+        const int textWidth = shown.button.fontMetrics().horizontalAdvance(shown.button.text());
+        shown.button.setFixedWidth(textWidth + 4); // the border, and next to nothing of the padding
+        QVERIFY(whole.size() > 10);
+        QCOMPARE(columnsOf(shown.button, Qt::red).size(), whole.size());
+    }
+
+    void label_staysInTheMiddle()
+    {
+        ShownButton shown("color:#ff0000;");
+        const int textWidth = shown.button.fontMetrics().horizontalAdvance(shown.button.text());
+        shown.button.setFixedWidth(textWidth + 8);
+        const QList<int> columns = columnsOf(shown.button, Qt::red);
+        QVERIFY(!columns.isEmpty());
+        const int left = columns.first();
+        const int right = shown.button.width() - 1 - columns.last();
+        QVERIFY2(qAbs(left - right) <= 2,
+                 qPrintable(QStringLiteral("%1, %2").arg(left).arg(right)));
+    }
+
+    void label_isDrawnWithoutAnyRoom()
+    {
+        ShownButton shown("QPushButton { color:#ff0000; font-size:20px; border:none; }");
+        shown.button.setText("×");
+        shown.button.setFixedSize(28, 28); // what the padding takes alone
+        QVERIFY(columnsOf(shown.button, Qt::red).size() >= 5);
+    }
+
+    void label_besideItsIcon_isWhole()
+    {
+        QPixmap icon(16, 16);
+        icon.fill(Qt::blue);
+        ShownButton shown("color:#ff0000;");
+        shown.button.setIcon(icon);
+        shown.button.setIconSize(icon.size());
+        shown.button.adjustSize();
+        const QList<int> whole = columnsOf(shown.button, Qt::red);
+        shown.button.setFixedWidth(shown.button.width() - 24); // of 28 pixels of padding
+        QCOMPARE(columnsOf(shown.button, Qt::red).size(), whole.size());
+        QCOMPARE(columnsOf(shown.button, Qt::blue).size(), 16);
+    }
+
+    void wideButton_looksAsQtsOwn_data()
+    {
+        QTest::addColumn<QString>("styleSheet");
+        QTest::newRow("plain") << QString();
+        QTest::newRow("left") << "QPushButton { text-align:left; padding:0; }";
+        QTest::newRow("no border") << "QPushButton { border:none; background:none; }";
+    }
+
+    void wideButton_looksAsQtsOwn()
+    {
+        QFETCH(QString, styleSheet);
+        ShownButton shown(styleSheet);
+        shown.button.setGeometry(0, 0, 200, 50);
+        QPushButton own(shown.button.text(), &shown.window);
+        own.setStyleSheet(styleSheet);
+        own.setGeometry(0, 50, 200, 50);
+        own.show();
+        for (const bool enabled : {true, false}) {
+            shown.button.setEnabled(enabled);
+            own.setEnabled(enabled);
+            QCOMPARE(pictureOf(shown.button), pictureOf(own));
+        }
+    }
+
+    void pressedColour_reachesTheLabel()
+    {
+        ShownButton shown("QPushButton { color:#ff0000; } QPushButton:pressed { color:#0000ff; }");
+        QVERIFY(!columnsOf(shown.button, Qt::red).isEmpty());
+        QTest::mousePress(&shown.button, Qt::LeftButton);
+        const QList<int> red = columnsOf(shown.button, Qt::red);
+        const QList<int> blue = columnsOf(shown.button, Qt::blue);
+        QTest::mouseRelease(&shown.button, Qt::LeftButton);
+        QVERIFY(red.isEmpty());
+        QVERIFY(!blue.isEmpty());
+    }
+
+    void hoverColour_reachesTheLabel()
+    {
+        ShownButton shown("QPushButton { color:#ff0000; } QPushButton:hover { color:#0000ff; }");
+        QVERIFY(QTest::qWaitForWindowExposed(&shown.window));
+        QTest::mouseMove(&shown.window, shown.window.rect().bottomRight() - QPoint(2, 2));
+        QTRY_VERIFY(!columnsOf(shown.button, Qt::red).isEmpty());
+        QTest::mouseMove(&shown.button, QPoint(10, 10));
+        QTest::mouseMove(&shown.button, QPoint(11, 11)); // Qt knows by the second move
+        QTRY_VERIFY(columnsOf(shown.button, Qt::red).isEmpty());
+        QVERIFY(!columnsOf(shown.button, Qt::blue).isEmpty());
+    }
+
+    // The style sheet draws no focus; the system's style may, and a sheet with an outline does.
+    void focus_isSeen()
+    {
+        ShownButton shown("QPushButton:focus { outline:1px solid #ff00ff; border-color:#00ffff; }");
+        shown.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&shown.window));
+        shown.button.clearFocus();
+        QVERIFY(columnsOf(shown.button, Qt::cyan).isEmpty());
+        shown.button.setFocus();
+        QVERIFY(!columnsOf(shown.button, Qt::cyan).isEmpty());
+        QVERIFY(!columnsOf(shown.button, Qt::magenta).isEmpty());
+    }
+
+    void radioButton_hasARingThatStandsOut_data()
+    {
+        QTest::addColumn<bool>("chosen");
+        QTest::newRow("chosen") << true;
+        QTest::newRow("not chosen") << false;
+    }
+
+    void radioButton_hasARingThatStandsOut()
+    {
+        QFETCH(bool, chosen);
+        QWidget window;
+        window.resize(200, 50);
+        RadioButton button(QString(), &window);
+        button.setAutoExclusive(false);
+        button.setChecked(chosen);
+        button.resize(20, 20);
+        window.show();
+        const QImage picture = pictureOf(button);
+        // In every direction from the middle, something of the ring.
+        const QRect bounds = picture.rect();
+        for (const QPoint &step : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+            double best = 1.0;
+            QStyleOptionButton option;
+            option.initFrom(&button);
+            const QPoint middle =
+                button.style()
+                    ->subElementRect(QStyle::SE_RadioButtonIndicator, &option, &button)
+                    .center();
+            for (QPoint place = middle + 5 * step; bounds.contains(place); place += step)
+                best = std::max(best, contrast(picture.pixelColor(place), ground));
+            QVERIFY2(best >= 3.0, qPrintable(QString::number(best)));
+        }
+    }
 };
-
-void ButtonTest::initTestCase()
-{
-    qApp->setStyleSheet(applicationStyleSheet());
-}
-
-void ButtonTest::label_takesTheRoomOfThePadding()
-{
-    ShownButton shown("color:#ff0000;");
-    shown.button.adjustSize();
-    const QList<int> whole = columnsOf(shown.button, Qt::red);
-    const int textWidth = shown.button.fontMetrics().horizontalAdvance(shown.button.text());
-    shown.button.setFixedWidth(textWidth + 4); // the border, and next to nothing of the padding
-    QVERIFY(whole.size() > 10);
-    QCOMPARE(columnsOf(shown.button, Qt::red).size(), whole.size());
-}
-
-void ButtonTest::label_staysInTheMiddle()
-{
-    ShownButton shown("color:#ff0000;");
-    const int textWidth = shown.button.fontMetrics().horizontalAdvance(shown.button.text());
-    shown.button.setFixedWidth(textWidth + 8);
-    const QList<int> columns = columnsOf(shown.button, Qt::red);
-    QVERIFY(!columns.isEmpty());
-    const int left = columns.first();
-    const int right = shown.button.width() - 1 - columns.last();
-    QVERIFY2(qAbs(left - right) <= 2, qPrintable(QStringLiteral("%1, %2").arg(left).arg(right)));
-}
-
-void ButtonTest::label_isDrawnWithoutAnyRoom()
-{
-    ShownButton shown("QPushButton { color:#ff0000; font-size:20px; border:none; }");
-    shown.button.setText("×");
-    shown.button.setFixedSize(28, 28); // what the padding takes alone
-    QVERIFY(columnsOf(shown.button, Qt::red).size() >= 5);
-}
-
-void ButtonTest::label_besideItsIcon_isWhole()
-{
-    QPixmap icon(16, 16);
-    icon.fill(Qt::blue);
-    ShownButton shown("color:#ff0000;");
-    shown.button.setIcon(icon);
-    shown.button.setIconSize(icon.size());
-    shown.button.adjustSize();
-    const QList<int> whole = columnsOf(shown.button, Qt::red);
-    shown.button.setFixedWidth(shown.button.width() - 24); // of 28 pixels of padding
-    QCOMPARE(columnsOf(shown.button, Qt::red).size(), whole.size());
-    QCOMPARE(columnsOf(shown.button, Qt::blue).size(), 16);
-}
-
-void ButtonTest::wideButton_looksAsQtsOwn_data()
-{
-    QTest::addColumn<QString>("styleSheet");
-    QTest::newRow("plain") << QString();
-    QTest::newRow("left") << "QPushButton { text-align:left; padding:0; }";
-    QTest::newRow("no border") << "QPushButton { border:none; background:none; }";
-}
-
-void ButtonTest::wideButton_looksAsQtsOwn()
-{
-    QFETCH(QString, styleSheet);
-    ShownButton shown(styleSheet);
-    shown.button.setGeometry(0, 0, 200, 50);
-    QPushButton own(shown.button.text(), &shown.window);
-    own.setStyleSheet(styleSheet);
-    own.setGeometry(0, 50, 200, 50);
-    own.show();
-    for (const bool enabled : {true, false}) {
-        shown.button.setEnabled(enabled);
-        own.setEnabled(enabled);
-        QCOMPARE(pictureOf(shown.button), pictureOf(own));
-    }
-}
-
-void ButtonTest::pressedColour_reachesTheLabel()
-{
-    ShownButton shown("QPushButton { color:#ff0000; } QPushButton:pressed { color:#0000ff; }");
-    QVERIFY(!columnsOf(shown.button, Qt::red).isEmpty());
-    QTest::mousePress(&shown.button, Qt::LeftButton);
-    const QList<int> red = columnsOf(shown.button, Qt::red);
-    const QList<int> blue = columnsOf(shown.button, Qt::blue);
-    QTest::mouseRelease(&shown.button, Qt::LeftButton);
-    QVERIFY(red.isEmpty());
-    QVERIFY(!blue.isEmpty());
-}
-
-void ButtonTest::hoverColour_reachesTheLabel()
-{
-    ShownButton shown("QPushButton { color:#ff0000; } QPushButton:hover { color:#0000ff; }");
-    QVERIFY(QTest::qWaitForWindowExposed(&shown.window));
-    QTest::mouseMove(&shown.window, shown.window.rect().bottomRight() - QPoint(2, 2));
-    QTRY_VERIFY(!columnsOf(shown.button, Qt::red).isEmpty());
-    QTest::mouseMove(&shown.button, QPoint(10, 10));
-    QTest::mouseMove(&shown.button, QPoint(11, 11)); // Qt knows by the second move
-    QTRY_VERIFY(columnsOf(shown.button, Qt::red).isEmpty());
-    QVERIFY(!columnsOf(shown.button, Qt::blue).isEmpty());
-}
-
-// The style sheet draws no focus; the system's style may, and a sheet with an outline does.
-void ButtonTest::focus_isSeen()
-{
-    ShownButton shown("QPushButton:focus { outline:1px solid #ff00ff; border-color:#00ffff; }");
-    shown.window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&shown.window));
-    shown.button.clearFocus();
-    QVERIFY(columnsOf(shown.button, Qt::cyan).isEmpty());
-    shown.button.setFocus();
-    QVERIFY(!columnsOf(shown.button, Qt::cyan).isEmpty());
-    QVERIFY(!columnsOf(shown.button, Qt::magenta).isEmpty());
-}
-
-void ButtonTest::radioButton_hasARingThatStandsOut_data()
-{
-    QTest::addColumn<bool>("chosen");
-    QTest::newRow("chosen") << true;
-    QTest::newRow("not chosen") << false;
-}
-
-void ButtonTest::radioButton_hasARingThatStandsOut()
-{
-    QFETCH(bool, chosen);
-    QWidget window;
-    window.resize(200, 50);
-    RadioButton button(QString(), &window);
-    button.setAutoExclusive(false);
-    button.setChecked(chosen);
-    button.resize(20, 20);
-    window.show();
-    const QImage picture = pictureOf(button);
-    // In every direction from the middle, something of the ring.
-    const QRect bounds = picture.rect();
-    for (const QPoint &step : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
-        double best = 1.0;
-        QStyleOptionButton option;
-        option.initFrom(&button);
-        const QPoint middle =
-            button.style()
-                ->subElementRect(QStyle::SE_RadioButtonIndicator, &option, &button)
-                .center();
-        for (QPoint place = middle + 5 * step; bounds.contains(place); place += step)
-            best = std::max(best, contrast(picture.pixelColor(place), ground));
-        QVERIFY2(best >= 3.0, qPrintable(QString::number(best)));
-    }
-}
 
 VELMORA_TEST_MAIN(ButtonTest)
 #include "tst_Button.moc"

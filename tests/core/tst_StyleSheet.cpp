@@ -4,20 +4,6 @@
 #include "StyleSheet.h"
 #include "TestMain.h"
 
-/// The sheet as text: every rule and property, their order and their notation.
-class StyleSheetTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void sheet_isOf3397Characters();
-    void sheet_hasFortyTwoRules();
-    void rule_standsInItsPlaceWithItsProperties_data();
-    void rule_standsInItsPlaceWithItsProperties();
-    void sheet_isWrittenInOneNotation();
-    void sheet_breaksLinesInTwoWaysOnly();
-};
-
 namespace {
 
 struct Rule
@@ -135,53 +121,57 @@ QString oneRuleALine()
 
 } // namespace
 
-void StyleSheetTest::sheet_isOf3397Characters()
+/// The sheet as text: every rule and property, their order and their notation.
+class StyleSheetTest : public QObject
 {
-    QCOMPARE(applicationStyleSheet().size(), 3397);
-}
+    Q_OBJECT
 
-void StyleSheetTest::sheet_hasFortyTwoRules()
-{
-    QCOMPARE(wantedRules().size(), 42);
-    QCOMPARE(rulesOf(applicationStyleSheet()).size(), 42);
-}
+private slots:
+    void sheet_isOf3397Characters() { QCOMPARE(applicationStyleSheet().size(), 3397); }
 
-void StyleSheetTest::rule_standsInItsPlaceWithItsProperties_data()
-{
-    QTest::addColumn<qsizetype>("index");
-    for (qsizetype i = 0; i < wantedRules().size(); ++i)
-        QTest::newRow(qPrintable(wantedRules().at(i).selector)) << i;
-}
-
-void StyleSheetTest::rule_standsInItsPlaceWithItsProperties()
-{
-    QFETCH(qsizetype, index);
-    const QList<Rule> rules = rulesOf(applicationStyleSheet());
-    QVERIFY(index < rules.size());
-    QCOMPARE(rules.at(index).selector, wantedRules().at(index).selector);
-    QCOMPARE(rules.at(index).properties, wantedRules().at(index).properties);
-}
-
-// Whatever the line breaks, the blanks within a rule are those of a rule on one line.
-void StyleSheetTest::sheet_isWrittenInOneNotation()
-{
-    QCOMPARE(oneRuleALine().size(), 3324);
-    QCOMPARE(applicationStyleSheet().simplified(), oneRuleALine().simplified());
-}
-
-void StyleSheetTest::sheet_breaksLinesInTwoWaysOnly()
-{
-    const QString sheet = applicationStyleSheet();
-    QVERIFY(sheet.startsWith("\nQMainWindow"));
-    QVERIFY(sheet.endsWith("}\n"));
-    const QRegularExpression wholeRule("^[^ {][^{]* \\{( [a-z-]+: [^;{}]+;)+ \\}$");
-    const QRegularExpression partOfRule("^([^ {][^{]* \\{|    [a-z-]+: [^;{}]+;|\\})$");
-    const QStringList lines = sheet.mid(1, sheet.size() - 2).split('\n');
-    for (const QString &line : lines) {
-        QVERIFY2(wholeRule.match(line).hasMatch() || partOfRule.match(line).hasMatch(),
-                 qPrintable(line));
+    void sheet_hasFortyTwoRules()
+    {
+        QCOMPARE(wantedRules().size(), 42);
+        QCOMPARE(rulesOf(applicationStyleSheet()).size(), 42);
     }
-}
+
+    void rule_standsInItsPlaceWithItsProperties_data()
+    {
+        QTest::addColumn<qsizetype>("index");
+        for (qsizetype i = 0; i < wantedRules().size(); ++i)
+            QTest::newRow(qPrintable(wantedRules().at(i).selector)) << i;
+    }
+
+    void rule_standsInItsPlaceWithItsProperties()
+    {
+        QFETCH(qsizetype, index);
+        const QList<Rule> rules = rulesOf(applicationStyleSheet());
+        QVERIFY(index < rules.size());
+        QCOMPARE(rules.at(index).selector, wantedRules().at(index).selector);
+        QCOMPARE(rules.at(index).properties, wantedRules().at(index).properties);
+    }
+
+    // Whatever the line breaks, the blanks within a rule are those of a rule on one line.
+    void sheet_isWrittenInOneNotation()
+    {
+        QCOMPARE(oneRuleALine().size(), 3324);
+        QCOMPARE(applicationStyleSheet().simplified(), oneRuleALine().simplified());
+    }
+
+    void sheet_breaksLinesInTwoWaysOnly()
+    {
+        const QString sheet = applicationStyleSheet();
+        QVERIFY(sheet.startsWith("\nQMainWindow"));
+        QVERIFY(sheet.endsWith("}\n"));
+        const QRegularExpression wholeRule("^[^ {][^{]* \\{( [a-z-]+: [^;{}]+;)+ \\}$");
+        const QRegularExpression partOfRule("^([^ {][^{]* \\{|    [a-z-]+: [^;{}]+;|\\})$");
+        const QStringList lines = sheet.mid(1, sheet.size() - 2).split('\n');
+        for (const QString &line : lines) {
+            QVERIFY2(wholeRule.match(line).hasMatch() || partOfRule.match(line).hasMatch(),
+                     qPrintable(line));
+        }
+    }
+};
 
 VELMORA_TEST_MAIN(StyleSheetTest)
 #include "tst_StyleSheet.moc"

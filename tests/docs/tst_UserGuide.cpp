@@ -10,34 +10,6 @@
 #include "Store.h"
 #include "TestMain.h"
 
-/// The table of every setting in the user guide, against the store that the program writes
-/// and the numbers that its dialog takes.
-class UserGuideTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-    void table_namesEveryStorageKeyOnce();
-    void table_tellsTheDefaultOfAFirstRun();
-    void table_tellsTheRangesOfTheDialog();
-    void table_tellsTheRangesOfTheLoad();
-
-private:
-    struct Row
-    {
-        QString setting;
-        QString range;
-        QString defaultValue;
-        QString key;
-    };
-
-    QString rangeOf(const QString &key) const;
-
-    QList<Row> rows;
-};
-
 namespace {
 
 const QString headings = QStringLiteral("| Setting | Set in | Range | Default | Storage key |");
@@ -116,99 +88,116 @@ QList<int> rangesOf(const QList<QSpinBox *> &spinBoxes)
 
 } // namespace
 
-void UserGuideTest::initTestCase()
+/// The table of every setting in the user guide, against the store that the program writes
+/// and the numbers that its dialog takes.
+class UserGuideTest : public QObject
 {
-    QFile guide(VELMORA_USER_GUIDE);
-    QVERIFY2(guide.open(QIODevice::ReadOnly), VELMORA_USER_GUIDE);
-    const QStringList lines = QString::fromUtf8(guide.readAll()).split('\n');
-    const qsizetype start = lines.indexOf(headings);
-    QVERIFY2(start >= 0, "The guide has no table of every setting");
-    for (qsizetype i = start + 2; i < lines.size() && lines.at(i).startsWith('|'); ++i) {
-        const QStringList cells = lines.at(i).split('|');
-        QVERIFY2(cells.size() == 7, qPrintable("Not of five cells: " + lines.at(i)));
-        rows.append({cells.at(1).trimmed(), cells.at(3).trimmed(), cells.at(4).trimmed(),
-                     storedForm(cells.at(5).trimmed())});
-    }
-}
+    Q_OBJECT
 
-void UserGuideTest::init()
-{
-    removeStore();
-}
-
-void UserGuideTest::table_namesEveryStorageKeyOnce()
-{
-    saveSettings(AppSettings());
-    QStringList told;
-    for (const Row &row : std::as_const(rows))
-        told.append(row.key);
-    told.sort();
-    QCOMPARE(told, QStringList(storedValues().keys()));
-}
-
-void UserGuideTest::table_tellsTheDefaultOfAFirstRun()
-{
-    AppSettings firstRun;
-    loadSettings(firstRun);
-    saveSettings(firstRun);
-    const QMap<QString, QString> stored = storedValues();
-    QStringList wrong;
-    for (const Row &row : std::as_const(rows)) {
-        if (storedForm(row.defaultValue) != stored.value(row.key))
-            wrong.append(QString("%1: %2, not %3").arg(row.key, row.defaultValue, stored[row.key]));
-    }
-    QVERIFY2(wrong.isEmpty(), qPrintable('\n' + wrong.join('\n')));
-}
-
-void UserGuideTest::table_tellsTheRangesOfTheDialog()
-{
-    AppSettings settings;
-    SettingsDialog dialog(&settings);
-    const DialogView view(dialog);
-    for (const Row &row : std::as_const(rows)) {
-        if (row.key.endsWith("FontSize")) {
-            QSpinBox *spinBox = view.fontSize(row.setting);
-            QVERIFY2(spinBox, qPrintable(row.setting));
-            QCOMPARE(numbersIn(row.range), rangesOf({spinBox}));
+private slots:
+    void initTestCase()
+    {
+        QFile guide(VELMORA_USER_GUIDE);
+        QVERIFY2(guide.open(QIODevice::ReadOnly), VELMORA_USER_GUIDE);
+        const QStringList lines = QString::fromUtf8(guide.readAll()).split('\n');
+        const qsizetype start = lines.indexOf(headings);
+        QVERIFY2(start >= 0, "The guide has no table of every setting");
+        for (qsizetype i = start + 2; i < lines.size() && lines.at(i).startsWith('|'); ++i) {
+            const QStringList cells = lines.at(i).split('|');
+            QVERIFY2(cells.size() == 7, qPrintable("Not of five cells: " + lines.at(i)));
+            rows.append({cells.at(1).trimmed(), cells.at(3).trimmed(), cells.at(4).trimmed(),
+                         storedForm(cells.at(5).trimmed())});
         }
     }
-    QCOMPARE(numbersIn(rangeOf("warningThreshold")),
-             rangesOf(view.spinBoxesUnder("WARNING THRESHOLD")));
-    // Minutes, seconds, and the most that is read.
-    QCOMPARE(numbersIn(rangeOf("defaultDuration")).size(), 5);
-    QCOMPARE(numbersIn(rangeOf("defaultDuration")).first(4),
-             rangesOf(view.spinBoxesUnder("DEFAULT DURATION")));
-}
 
-void UserGuideTest::table_tellsTheRangesOfTheLoad()
-{
-    int checked = 0;
-    for (const Row &row : std::as_const(rows)) {
-        if (!row.key.endsWith("FontSize") && row.key != "warningThreshold")
-            continue;
-        const QList<int> range = numbersIn(row.range);
-        QCOMPARE(range.size(), 2);
-        QCOMPARE(loadedAndSaved(row.key, range.first() - 1), QString::number(range.first()));
-        QCOMPARE(loadedAndSaved(row.key, range.last() + 1), QString::number(range.last()));
-        ++checked;
+    void init() { removeStore(); }
+
+    void table_namesEveryStorageKeyOnce()
+    {
+        saveSettings(AppSettings());
+        QStringList told;
+        for (const Row &row : std::as_const(rows))
+            told.append(row.key);
+        told.sort();
+        QCOMPARE(told, QStringList(storedValues().keys()));
     }
-    QCOMPARE(checked, 4);
 
-    // In minutes, and less than the dialog takes.
-    const int most = numbersIn(rangeOf("defaultDuration")).last() * 60;
-    QCOMPARE(loadedAndSaved("defaultDuration", most), QString::number(most));
-    QCOMPARE(loadedAndSaved("defaultDuration", most + 1), QString::number(most));
-    QCOMPARE(loadedAndSaved("defaultDuration", -1), QString("0"));
-}
-
-QString UserGuideTest::rangeOf(const QString &key) const
-{
-    for (const Row &row : rows) {
-        if (row.key == key)
-            return row.range;
+    void table_tellsTheDefaultOfAFirstRun()
+    {
+        AppSettings firstRun;
+        loadSettings(firstRun);
+        saveSettings(firstRun);
+        const QMap<QString, QString> stored = storedValues();
+        QStringList wrong;
+        for (const Row &row : std::as_const(rows)) {
+            if (storedForm(row.defaultValue) != stored.value(row.key))
+                wrong.append(
+                    QString("%1: %2, not %3").arg(row.key, row.defaultValue, stored[row.key]));
+        }
+        QVERIFY2(wrong.isEmpty(), qPrintable('\n' + wrong.join('\n')));
     }
-    return {};
-}
+
+    void table_tellsTheRangesOfTheDialog()
+    {
+        AppSettings settings;
+        SettingsDialog dialog(&settings);
+        const DialogView view(dialog);
+        for (const Row &row : std::as_const(rows)) {
+            if (row.key.endsWith("FontSize")) {
+                QSpinBox *spinBox = view.fontSize(row.setting);
+                QVERIFY2(spinBox, qPrintable(row.setting));
+                QCOMPARE(numbersIn(row.range), rangesOf({spinBox}));
+            }
+        }
+        QCOMPARE(numbersIn(rangeOf("warningThreshold")),
+                 rangesOf(view.spinBoxesUnder("WARNING THRESHOLD")));
+        // Minutes, seconds, and the most that is read.
+        QCOMPARE(numbersIn(rangeOf("defaultDuration")).size(), 5);
+        QCOMPARE(numbersIn(rangeOf("defaultDuration")).first(4),
+                 rangesOf(view.spinBoxesUnder("DEFAULT DURATION")));
+    }
+
+    void table_tellsTheRangesOfTheLoad()
+    {
+        int checked = 0;
+        for (const Row &row : std::as_const(rows)) {
+            if (!row.key.endsWith("FontSize") && row.key != "warningThreshold")
+                continue;
+            const QList<int> range = numbersIn(row.range);
+            QCOMPARE(range.size(), 2);
+            QCOMPARE(loadedAndSaved(row.key, range.first() - 1), QString::number(range.first()));
+            QCOMPARE(loadedAndSaved(row.key, range.last() + 1), QString::number(range.last()));
+            ++checked;
+        }
+        QCOMPARE(checked, 4);
+
+        // In minutes, and less than the dialog takes.
+        const int most = numbersIn(rangeOf("defaultDuration")).last() * 60;
+        QCOMPARE(loadedAndSaved("defaultDuration", most), QString::number(most));
+        QCOMPARE(loadedAndSaved("defaultDuration", most + 1), QString::number(most));
+        QCOMPARE(loadedAndSaved("defaultDuration", -1), QString("0"));
+    }
+
+private:
+    struct Row
+    {
+        QString setting;
+        QString range;
+        QString defaultValue;
+        QString key;
+    };
+
+    QString rangeOf(const QString &key) const
+    {
+        for (const Row &row : rows) {
+            if (row.key == key)
+                return row.range;
+        }
+        return {};
+    }
+
+    QList<Row> rows;
+};
 
 VELMORA_TEST_MAIN(UserGuideTest)
 #include "tst_UserGuide.moc"

@@ -5,23 +5,6 @@
 #include "OutputParts.h"
 #include "TestMain.h"
 
-/// What a screen reader says of the Output window. It is there for an audience: its texts
-/// are their own names, and nothing in it takes the keyboard.
-class OutputWindowAccessibilityTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void controls_areTheProgressBarAlone();
-    void progress_isSaidAsItIsShown();
-    void lines_areSaidAsTheyAreShown();
-    void hiddenLine_isNotSaid_data();
-    void hiddenLine_isNotSaid();
-    void hiddenBlinkPhase_keepsTheFigureSaid();
-    void richMessage_isSaidWithoutMarkUp();
-    void tab_stopsNowhere();
-};
-
 namespace {
 
 // The window on the screen, with the figure of 5 seconds of 20.
@@ -43,73 +26,82 @@ struct Shown
 
 } // namespace
 
-void OutputWindowAccessibilityTest::controls_areTheProgressBarAlone()
+/// What a screen reader says of the Output window. It is there for an audience: its texts
+/// are their own names, and nothing in it takes the keyboard.
+class OutputWindowAccessibilityTest : public QObject
 {
-    Shown shown;
-    QCOMPARE(controlLines(shown.window), QStringList{"progress Timer progress"});
-    QCOMPARE(unsayableNames(shown.window).join("; "), QString());
-}
+    Q_OBJECT
 
-void OutputWindowAccessibilityTest::progress_isSaidAsItIsShown()
-{
-    const Shown shown;
-    QAccessibleInterface *bar = QAccessible::queryAccessibleInterface(progressBar(shown.window));
-    QVERIFY(bar && bar->valueInterface());
-    QCOMPARE(bar->valueInterface()->currentValue().toInt(), 250);
-    QCOMPARE(bar->valueInterface()->maximumValue().toInt(), 1000);
-}
+private slots:
+    void controls_areTheProgressBarAlone()
+    {
+        Shown shown;
+        QCOMPARE(controlLines(shown.window), QStringList{"progress Timer progress"});
+        QCOMPARE(unsayableNames(shown.window).join("; "), QString());
+    }
 
-void OutputWindowAccessibilityTest::lines_areSaidAsTheyAreShown()
-{
-    Shown shown;
-    const QString clock = clockLabel(shown.window)->text();
-    QCOMPARE(textLines(shown.window),
-             QStringList({"00:05 (Timer)", clock + " (Clock)", "Wrap up (Message)"}));
-    shown.window.onTimerTick(-61);
-    QVERIFY(textLines(shown.window).contains("-01:01 (Timer)"));
-}
+    void progress_isSaidAsItIsShown()
+    {
+        const Shown shown;
+        QAccessibleInterface *bar =
+            QAccessible::queryAccessibleInterface(progressBar(shown.window));
+        QVERIFY(bar && bar->valueInterface());
+        QCOMPARE(bar->valueInterface()->currentValue().toInt(), 250);
+        QCOMPARE(bar->valueInterface()->maximumValue().toInt(), 1000);
+    }
 
-void OutputWindowAccessibilityTest::hiddenLine_isNotSaid_data()
-{
-    QTest::addColumn<int>("viewMode");
-    QTest::addColumn<bool>("figure");
-    QTest::addColumn<bool>("clock");
-    QTest::newRow("figure only") << 0 << true << false;
-    QTest::newRow("clock only") << 1 << false << true;
-    QTest::newRow("both") << 2 << true << true;
-}
+    void lines_areSaidAsTheyAreShown()
+    {
+        Shown shown;
+        const QString clock = clockLabel(shown.window)->text();
+        QCOMPARE(textLines(shown.window),
+                 QStringList({"00:05 (Timer)", clock + " (Clock)", "Wrap up (Message)"}));
+        shown.window.onTimerTick(-61);
+        QVERIFY(textLines(shown.window).contains("-01:01 (Timer)"));
+    }
 
-void OutputWindowAccessibilityTest::hiddenLine_isNotSaid()
-{
-    QFETCH(int, viewMode);
-    Shown shown;
-    shown.window.setViewMode(viewMode);
-    const QString said = textLines(shown.window).join('\n');
-    QTEST(said.contains("(Timer)"), "figure");
-    QTEST(said.contains("(Clock)"), "clock");
-}
+    void hiddenLine_isNotSaid_data()
+    {
+        QTest::addColumn<int>("viewMode");
+        QTest::addColumn<bool>("figure");
+        QTest::addColumn<bool>("clock");
+        QTest::newRow("figure only") << 0 << true << false;
+        QTest::newRow("clock only") << 1 << false << true;
+        QTest::newRow("both") << 2 << true << true;
+    }
 
-void OutputWindowAccessibilityTest::hiddenBlinkPhase_keepsTheFigureSaid()
-{
-    Shown shown;
-    shown.window.onTimerTick(0);
-    shown.window.tickBlink();
-    QVERIFY(figureLabel(shown.window)->styleSheet().contains(shown.settings.bgColor.name()));
-    QVERIFY(textLines(shown.window).contains("00:00 (Timer)"));
-}
+    void hiddenLine_isNotSaid()
+    {
+        QFETCH(int, viewMode);
+        Shown shown;
+        shown.window.setViewMode(viewMode);
+        const QString said = textLines(shown.window).join('\n');
+        QTEST(said.contains("(Timer)"), "figure");
+        QTEST(said.contains("(Clock)"), "clock");
+    }
 
-void OutputWindowAccessibilityTest::richMessage_isSaidWithoutMarkUp()
-{
-    Shown shown;
-    shown.window.setMessage("<b>Five</b> minutes");
-    QVERIFY(textLines(shown.window).contains("Five minutes (Message)"));
-}
+    void hiddenBlinkPhase_keepsTheFigureSaid()
+    {
+        Shown shown;
+        shown.window.onTimerTick(0);
+        shown.window.tickBlink();
+        QVERIFY(figureLabel(shown.window)->styleSheet().contains(shown.settings.bgColor.name()));
+        QVERIFY(textLines(shown.window).contains("00:00 (Timer)"));
+    }
 
-void OutputWindowAccessibilityTest::tab_stopsNowhere()
-{
-    Shown shown;
-    QCOMPARE(tabStops(shown.window).size(), 0);
-}
+    void richMessage_isSaidWithoutMarkUp()
+    {
+        Shown shown;
+        shown.window.setMessage("<b>Five</b> minutes");
+        QVERIFY(textLines(shown.window).contains("Five minutes (Message)"));
+    }
+
+    void tab_stopsNowhere()
+    {
+        Shown shown;
+        QCOMPARE(tabStops(shown.window).size(), 0);
+    }
+};
 
 VELMORA_TEST_MAIN(OutputWindowAccessibilityTest)
 #include "tst_OutputWindowAccessibility.moc"

@@ -9,31 +9,6 @@
 #include "OutputParts.h"
 #include "TestMain.h"
 
-class OutputWindowBlinkTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void blink_startsAndEnds_data();
-    void blink_startsAndEnds();
-    void zero_showsTheFigureFirst();
-    void zero_endsAHiddenPhaseLeftFromBefore();
-    void zeroAgain_whileHidden_changesNothing();
-    void tickBlink_alternates();
-    void tickBlink_leavesTheTextAlone();
-    void overtime_whileHidden_showsWithTheNextPhase();
-    void positiveTick_whileHidden_showsTheFigureAtOnce();
-    void countUp_whileHidden_showsTheFigureAtOnce_data();
-    void countUp_whileHidden_showsTheFigureAtOnce();
-    void countUp_whenIdle_redrawsNothing();
-    void bar_whileHidden_followsTheColourRule();
-    void refreshSettings_whileHidden_leavesTheFigureAlone();
-    void hiddenPhase_isDrawnInTheGroundsColour();
-    void timers_haveHalfASecond();
-    void zeros_doNotHoldUpThePhase();
-    void idle_doesNotBlinkByItself();
-};
-
 namespace {
 
 using Step = std::function<void(OutputWindow &, AppSettings &)>;
@@ -82,281 +57,290 @@ protected:
 
 } // namespace
 
-void OutputWindowBlinkTest::blink_startsAndEnds_data()
+class OutputWindowBlinkTest : public QObject
 {
-    QTest::addColumn<QList<Step>>("steps");
-    QTest::addColumn<bool>("blinking");
+    Q_OBJECT
 
-    const auto tick = [](int seconds) -> Step {
-        return [seconds](OutputWindow &window, AppSettings &) { window.onTimerTick(seconds); };
-    };
-    const auto countUp = [](bool up) -> Step {
-        return [up](OutputWindow &window, AppSettings &) { window.setCountUp(up); };
-    };
-    const auto enable = [](bool enabled) -> Step {
-        return [enabled](OutputWindow &window, AppSettings &settings) {
-            settings.blinkEnabled = enabled;
-            window.refreshSettings();
+private slots:
+    void blink_startsAndEnds_data()
+    {
+        QTest::addColumn<QList<Step>>("steps");
+        QTest::addColumn<bool>("blinking");
+
+        const auto tick = [](int seconds) -> Step {
+            return [seconds](OutputWindow &window, AppSettings &) { window.onTimerTick(seconds); };
         };
-    };
-    const Step phase = [](OutputWindow &window, AppSettings &) { window.tickBlink(); };
-    const Step hideAndShow = [](OutputWindow &window, AppSettings &) {
-        window.show();
-        window.hide();
-        window.show();
-    };
-    const int smallest = std::numeric_limits<int>::min();
+        const auto countUp = [](bool up) -> Step {
+            return [up](OutputWindow &window, AppSettings &) { window.setCountUp(up); };
+        };
+        const auto enable = [](bool enabled) -> Step {
+            return [enabled](OutputWindow &window, AppSettings &settings) {
+                settings.blinkEnabled = enabled;
+                window.refreshSettings();
+            };
+        };
+        const Step phase = [](OutputWindow &window, AppSettings &) { window.tickBlink(); };
+        const Step hideAndShow = [](OutputWindow &window, AppSettings &) {
+            window.show();
+            window.hide();
+            window.show();
+        };
+        const int smallest = std::numeric_limits<int>::min();
 
-    using Steps = QList<Step>;
-    QTest::newRow("fresh") << Steps{} << false;
-    QTest::newRow("positive tick") << Steps{tick(1)} << false;
-    QTest::newRow("overtime without zero before") << Steps{tick(-1)} << false;
-    QTest::newRow("phase change alone") << Steps{phase} << false;
-    QTest::newRow("zero") << Steps{tick(0)} << true;
-    QTest::newRow("zero, blink off") << Steps{enable(false), tick(0)} << false;
-    QTest::newRow("zero, counting up") << Steps{countUp(true), tick(0)} << false;
-    QTest::newRow("zero, counting down again")
-        << Steps{countUp(true), countUp(false), tick(0)} << true;
-    QTest::newRow("blink on only after zero")
-        << Steps{enable(false), tick(0), enable(true), tick(-1)} << false;
-    QTest::newRow("blink on, second zero")
-        << Steps{enable(false), tick(0), enable(true), tick(0)} << true;
-    QTest::newRow("zero twice") << Steps{tick(0), tick(0)} << true;
-    QTest::newRow("zero, overtime") << Steps{tick(0), tick(-1)} << true;
-    QTest::newRow("zero, long overtime") << Steps{tick(0), tick(-1), tick(smallest)} << true;
-    QTest::newRow("zero, hidden phase, overtime") << Steps{tick(0), phase, tick(-1)} << true;
-    QTest::newRow("zero, blink off afterwards") << Steps{tick(0), enable(false), tick(-1)} << true;
-    QTest::newRow("zero, blink off, zero again") << Steps{tick(0), enable(false), tick(0)} << true;
-    QTest::newRow("zero, window hidden and shown") << Steps{tick(0), hideAndShow} << true;
-    QTest::newRow("zero, one second") << Steps{tick(0), tick(1)} << false;
-    QTest::newRow("zero, hidden phase, one second") << Steps{tick(0), phase, tick(1)} << false;
-    QTest::newRow("zero, overtime, reset") << Steps{tick(0), tick(-1), tick(300)} << false;
-    QTest::newRow("zero, reset, zero") << Steps{tick(0), tick(300), tick(0)} << true;
-    QTest::newRow("zero, count up") << Steps{tick(0), countUp(true)} << false;
-    QTest::newRow("zero, count down") << Steps{tick(0), countUp(false)} << false;
-    QTest::newRow("zero, count up, overtime") << Steps{tick(0), countUp(true), tick(-1)} << false;
-    QTest::newRow("zero, count down, overtime")
-        << Steps{tick(0), countUp(false), tick(-1)} << false;
-}
-
-// Setting the direction ends the blink here, unlike in the Control window. Switching the
-// setting off ends it in neither.
-void OutputWindowBlinkTest::blink_startsAndEnds()
-{
-    QFETCH(QList<Step>, steps);
-    AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    for (const Step &step : steps)
-        step(window, settings);
-    QTEST(endsBlink(window), "blinking");
-}
-
-void OutputWindowBlinkTest::zero_showsTheFigureFirst()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    window.onTimerTick(0);
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-}
-
-void OutputWindowBlinkTest::zero_endsAHiddenPhaseLeftFromBefore()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.tickBlink(); // no blink runs: nothing else would bring the figure back
-    QVERIFY(isHiddenPhase(window));
-    window.onTimerTick(0);
-    QVERIFY(!isHiddenPhase(window));
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-}
-
-void OutputWindowBlinkTest::zeroAgain_whileHidden_changesNothing()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.onTimerTick(0);
-    window.tickBlink();
-    window.onTimerTick(0);
-    QVERIFY(isHiddenPhase(window));
-}
-
-void OutputWindowBlinkTest::tickBlink_alternates()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 540);
-    window.onTimerTick(0);
-    for (int i = 0; i < 3; ++i) {
-        window.tickBlink();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 75));
-        window.tickBlink();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 75));
+        using Steps = QList<Step>;
+        QTest::newRow("fresh") << Steps{} << false;
+        QTest::newRow("positive tick") << Steps{tick(1)} << false;
+        QTest::newRow("overtime without zero before") << Steps{tick(-1)} << false;
+        QTest::newRow("phase change alone") << Steps{phase} << false;
+        QTest::newRow("zero") << Steps{tick(0)} << true;
+        QTest::newRow("zero, blink off") << Steps{enable(false), tick(0)} << false;
+        QTest::newRow("zero, counting up") << Steps{countUp(true), tick(0)} << false;
+        QTest::newRow("zero, counting down again")
+            << Steps{countUp(true), countUp(false), tick(0)} << true;
+        QTest::newRow("blink on only after zero")
+            << Steps{enable(false), tick(0), enable(true), tick(-1)} << false;
+        QTest::newRow("blink on, second zero")
+            << Steps{enable(false), tick(0), enable(true), tick(0)} << true;
+        QTest::newRow("zero twice") << Steps{tick(0), tick(0)} << true;
+        QTest::newRow("zero, overtime") << Steps{tick(0), tick(-1)} << true;
+        QTest::newRow("zero, long overtime") << Steps{tick(0), tick(-1), tick(smallest)} << true;
+        QTest::newRow("zero, hidden phase, overtime") << Steps{tick(0), phase, tick(-1)} << true;
+        QTest::newRow("zero, blink off afterwards")
+            << Steps{tick(0), enable(false), tick(-1)} << true;
+        QTest::newRow("zero, blink off, zero again")
+            << Steps{tick(0), enable(false), tick(0)} << true;
+        QTest::newRow("zero, window hidden and shown") << Steps{tick(0), hideAndShow} << true;
+        QTest::newRow("zero, one second") << Steps{tick(0), tick(1)} << false;
+        QTest::newRow("zero, hidden phase, one second") << Steps{tick(0), phase, tick(1)} << false;
+        QTest::newRow("zero, overtime, reset") << Steps{tick(0), tick(-1), tick(300)} << false;
+        QTest::newRow("zero, reset, zero") << Steps{tick(0), tick(300), tick(0)} << true;
+        QTest::newRow("zero, count up") << Steps{tick(0), countUp(true)} << false;
+        QTest::newRow("zero, count down") << Steps{tick(0), countUp(false)} << false;
+        QTest::newRow("zero, count up, overtime")
+            << Steps{tick(0), countUp(true), tick(-1)} << false;
+        QTest::newRow("zero, count down, overtime")
+            << Steps{tick(0), countUp(false), tick(-1)} << false;
     }
-}
 
-void OutputWindowBlinkTest::tickBlink_leavesTheTextAlone()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.onTimerTick(0);
-    window.tickBlink();
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-    QVERIFY(figureLabel(window)->isVisibleTo(&window));
-}
+    // Setting the direction ends the blink here, unlike in the Control window. Switching the
+    // setting off ends it in neither.
+    void blink_startsAndEnds()
+    {
+        QFETCH(QList<Step>, steps);
+        AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        for (const Step &step : steps)
+            step(window, settings);
+        QTEST(endsBlink(window), "blinking");
+    }
 
-void OutputWindowBlinkTest::overtime_whileHidden_showsWithTheNextPhase()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    window.onTimerTick(0);
-    window.tickBlink();
-    window.onTimerTick(-1);
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
-    window.tickBlink();
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:01"));
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
-}
+    void zero_showsTheFigureFirst()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        window.onTimerTick(0);
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
+    }
 
-void OutputWindowBlinkTest::positiveTick_whileHidden_showsTheFigureAtOnce()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    window.onTimerTick(0);
-    window.tickBlink();
-    window.onTimerTick(300);
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("05:00"));
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
-}
+    void zero_endsAHiddenPhaseLeftFromBefore()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.tickBlink(); // no blink runs: nothing else would bring the figure back
+        QVERIFY(isHiddenPhase(window));
+        window.onTimerTick(0);
+        QVERIFY(!isHiddenPhase(window));
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
+    }
 
-void OutputWindowBlinkTest::countUp_whileHidden_showsTheFigureAtOnce_data()
-{
-    QTest::addColumn<bool>("countUp");
-    QTest::newRow("up") << true;
-    QTest::newRow("down again") << false;
-}
+    void zeroAgain_whileHidden_changesNothing()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.onTimerTick(0);
+        window.tickBlink();
+        window.onTimerTick(0);
+        QVERIFY(isHiddenPhase(window));
+    }
 
-void OutputWindowBlinkTest::countUp_whileHidden_showsTheFigureAtOnce()
-{
-    QFETCH(bool, countUp);
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    window.onTimerTick(0);
-    window.tickBlink();
-    window.onTimerTick(-3);
-    window.setCountUp(countUp);
-    QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:03"));
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
-}
-
-void OutputWindowBlinkTest::countUp_whenIdle_redrawsNothing()
-{
-    AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    settings.timerColorNormal = QColor("#abcdef");
-    window.setCountUp(true);
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
-}
-
-void OutputWindowBlinkTest::bar_whileHidden_followsTheColourRule()
-{
-    AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.onTimerTick(0);
-    window.tickBlink();
-    QCOMPARE(progressBar(window)->styleSheet(), barStyle(critical));
-    settings.timerColorCritical = QColor("#00ffff");
-    window.onTimerTick(-1);
-    QVERIFY(isHiddenPhase(window));
-    QCOMPARE(progressBar(window)->styleSheet(), barStyle("#00ffff"));
-    QCOMPARE(progressBar(window)->value(), 0);
-}
-
-void OutputWindowBlinkTest::refreshSettings_whileHidden_leavesTheFigureAlone()
-{
-    AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    setHeight(window, 1080);
-    window.onTimerTick(0);
-    window.tickBlink();
-    settings.timerFontSize = 300;
-    settings.bgColor = QColor("#654321");
-    settings.messageColor = QColor("#00ffff");
-    window.refreshSettings();
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
-    QCOMPARE(messageLabel(window)->styleSheet(), messageStyle("#00ffff", 36));
-    window.tickBlink();
-    QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 300));
-}
-
-void OutputWindowBlinkTest::hiddenPhase_isDrawnInTheGroundsColour()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.setViewMode(0);
-    window.resize(800, 500);
-    window.show();
-    window.onTimerTick(0);
-    const auto hasOtherColour = [&window] {
-        const QImage picture = window.grab(figureArea(window)->geometry()).toImage();
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                if (picture.pixelColor(x, y) != QColor(ground))
-                    return true;
-            }
+    void tickBlink_alternates()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 540);
+        window.onTimerTick(0);
+        for (int i = 0; i < 3; ++i) {
+            window.tickBlink();
+            QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 75));
+            window.tickBlink();
+            QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 75));
         }
-        return false;
-    };
-    QVERIFY(hasOtherColour());
-    window.tickBlink();
-    QVERIFY(!hasOtherColour());
-}
-
-void OutputWindowBlinkTest::timers_haveHalfASecond()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    const TimerWatch watch;
-    window.onTimerTick(0);
-    QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
-    QTRY_VERIFY_WITH_TIMEOUT(!isHiddenPhase(window), 2000);
-    QCOMPARE(watch.fired.size(), 2); // the clock's and the blink's
-    for (const QTimer *timer : watch.fired) {
-        QCOMPARE(timer->interval(), 500);
-        QVERIFY(!timer->isSingleShot());
     }
-}
 
-void OutputWindowBlinkTest::zeros_doNotHoldUpThePhase()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.onTimerTick(0);
-    QTimer zeros;
-    connect(&zeros, &QTimer::timeout, &window, [&window] { window.onTimerTick(0); });
-    zeros.start(100);
-    QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
-}
+    void tickBlink_leavesTheTextAlone()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.onTimerTick(0);
+        window.tickBlink();
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
+        QVERIFY(figureLabel(window)->isVisibleTo(&window));
+    }
 
-void OutputWindowBlinkTest::idle_doesNotBlinkByItself()
-{
-    const AppSettings settings = withGround();
-    OutputWindow window(&settings);
-    window.onTimerTick(0);
-    window.onTimerTick(300);
-    clockLabel(window)->setText("stale");
-    // The clock's timer is as slow as the blink's: once it has ticked, a blink would have.
-    const TimerWatch watch;
-    QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != "stale", 2000);
-    QVERIFY(!isHiddenPhase(window));
-    QCOMPARE(watch.fired.size(), 1);
-}
+    void overtime_whileHidden_showsWithTheNextPhase()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        window.onTimerTick(0);
+        window.tickBlink();
+        window.onTimerTick(-1);
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
+        window.tickBlink();
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:01"));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+    }
+
+    void positiveTick_whileHidden_showsTheFigureAtOnce()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        window.onTimerTick(0);
+        window.tickBlink();
+        window.onTimerTick(300);
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("05:00"));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
+    }
+
+    void countUp_whileHidden_showsTheFigureAtOnce_data()
+    {
+        QTest::addColumn<bool>("countUp");
+        QTest::newRow("up") << true;
+        QTest::newRow("down again") << false;
+    }
+
+    void countUp_whileHidden_showsTheFigureAtOnce()
+    {
+        QFETCH(bool, countUp);
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        window.onTimerTick(0);
+        window.tickBlink();
+        window.onTimerTick(-3);
+        window.setCountUp(countUp);
+        QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:03"));
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+    }
+
+    void countUp_whenIdle_redrawsNothing()
+    {
+        AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        settings.timerColorNormal = QColor("#abcdef");
+        window.setCountUp(true);
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
+    }
+
+    void bar_whileHidden_followsTheColourRule()
+    {
+        AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.onTimerTick(0);
+        window.tickBlink();
+        QCOMPARE(progressBar(window)->styleSheet(), barStyle(critical));
+        settings.timerColorCritical = QColor("#00ffff");
+        window.onTimerTick(-1);
+        QVERIFY(isHiddenPhase(window));
+        QCOMPARE(progressBar(window)->styleSheet(), barStyle("#00ffff"));
+        QCOMPARE(progressBar(window)->value(), 0);
+    }
+
+    void refreshSettings_whileHidden_leavesTheFigureAlone()
+    {
+        AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        setHeight(window, 1080);
+        window.onTimerTick(0);
+        window.tickBlink();
+        settings.timerFontSize = 300;
+        settings.bgColor = QColor("#654321");
+        settings.messageColor = QColor("#00ffff");
+        window.refreshSettings();
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
+        QCOMPARE(messageLabel(window)->styleSheet(), messageStyle("#00ffff", 36));
+        window.tickBlink();
+        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 300));
+    }
+
+    void hiddenPhase_isDrawnInTheGroundsColour()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.setViewMode(0);
+        window.resize(800, 500);
+        window.show();
+        window.onTimerTick(0);
+        const auto hasOtherColour = [&window] {
+            const QImage picture = window.grab(figureArea(window)->geometry()).toImage();
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    if (picture.pixelColor(x, y) != QColor(ground))
+                        return true;
+                }
+            }
+            return false;
+        };
+        QVERIFY(hasOtherColour());
+        window.tickBlink();
+        QVERIFY(!hasOtherColour());
+    }
+
+    void timers_haveHalfASecond()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        const TimerWatch watch;
+        window.onTimerTick(0);
+        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
+        QTRY_VERIFY_WITH_TIMEOUT(!isHiddenPhase(window), 2000);
+        QCOMPARE(watch.fired.size(), 2); // the clock's and the blink's
+        for (const QTimer *timer : watch.fired) {
+            QCOMPARE(timer->interval(), 500);
+            QVERIFY(!timer->isSingleShot());
+        }
+    }
+
+    void zeros_doNotHoldUpThePhase()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.onTimerTick(0);
+        QTimer zeros;
+        connect(&zeros, &QTimer::timeout, &window, [&window] { window.onTimerTick(0); });
+        zeros.start(100);
+        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
+    }
+
+    void idle_doesNotBlinkByItself()
+    {
+        const AppSettings settings = withGround();
+        OutputWindow window(&settings);
+        window.onTimerTick(0);
+        window.onTimerTick(300);
+        clockLabel(window)->setText("stale");
+        // The clock's timer is as slow as the blink's: once it has ticked, a blink would have.
+        const TimerWatch watch;
+        QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != "stale", 2000);
+        QVERIFY(!isHiddenPhase(window));
+        QCOMPARE(watch.fired.size(), 1);
+    }
+};
 
 VELMORA_TEST_MAIN(OutputWindowBlinkTest)
 #include "tst_OutputWindowBlink.moc"

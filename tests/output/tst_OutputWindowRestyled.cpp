@@ -9,36 +9,6 @@
 #include "StyleSheet.h"
 #include "TestMain.h"
 
-/// The desktop's theme, the style or the application's style sheet changes during a show.
-class OutputWindowRestyledTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void colour_isDrawnAlone_data() { addRestylings(); }
-    void colour_isDrawnAlone();
-    void everything_looksTheSame_data() { addRestylings(); }
-    void everything_looksTheSame();
-    void hiddenHalfOfTheBlink_staysHidden_data() { addRestylings(); }
-    void hiddenHalfOfTheBlink_staysHidden();
-    void picture_isNotReadAgain_data() { addRestylings(); }
-    void picture_isNotReadAgain();
-    void pictureWithHoles_keepsTheFormerColour_data() { addRestylings(); }
-    void pictureWithHoles_keepsTheFormerColour();
-    void pictureWithHoles_fromTheStart_looksTheSame_data() { addRestylings(); }
-    void pictureWithHoles_fromTheStart_looksTheSame();
-
-private:
-    void showWindow(OutputWindow &window);
-    void usePicture(const QString &name);
-
-    QTemporaryDir dir;
-    AppSettings settings;
-};
-
 namespace {
 
 const QColor ground(0x00, 0x00, 0xff);
@@ -70,121 +40,144 @@ private:
 
 } // namespace
 
-void OutputWindowRestyledTest::initTestCase()
+/// The desktop's theme, the style or the application's style sheet changes during a show.
+class OutputWindowRestyledTest : public QObject
 {
-    QVERIFY(dir.isValid());
-    QImage holes(16, 16, QImage::Format_ARGB32);
-    holes.fill(Qt::transparent);
-    QVERIFY(holes.save(dir.filePath("holes.png")));
-}
+    Q_OBJECT
 
-void OutputWindowRestyledTest::init()
-{
-    QFETCH(QString, style);
-    QApplication::setStyle(style);
-    settings = AppSettings();
-    settings.bgColor = ground;
-}
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(dir.isValid());
+        QImage holes(16, 16, QImage::Format_ARGB32);
+        holes.fill(Qt::transparent);
+        QVERIFY(holes.save(dir.filePath("holes.png")));
+    }
 
-void OutputWindowRestyledTest::cleanup()
-{
-    qApp->setStyleSheet(QString());
-    QApplication::setPalette(QPalette());
-}
+    void init()
+    {
+        QFETCH(QString, style);
+        QApplication::setStyle(style);
+        settings = AppSettings();
+        settings.bgColor = ground;
+    }
 
-// As at start: the style sheet is installed before the window is shown.
-void OutputWindowRestyledTest::showWindow(OutputWindow &window)
-{
-    qApp->setStyleSheet(applicationStyleSheet());
-    window.setViewMode(0); // the clock would change by itself
-    window.resize(800, 500);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCoreApplication::processEvents();
-}
+    void cleanup()
+    {
+        qApp->setStyleSheet(QString());
+        QApplication::setPalette(QPalette());
+    }
 
-void OutputWindowRestyledTest::usePicture(const QString &name)
-{
-    settings.bgImageEnabled = true;
-    settings.bgImagePath = dir.filePath(name);
-}
+    void colour_isDrawnAlone_data() { addRestylings(); }
 
-void OutputWindowRestyledTest::colour_isDrawnAlone()
-{
-    QFETCH(Restyling, restyle);
-    OutputWindow window(&settings);
-    showWindow(window);
-    const PaintedGround painted(window);
-    restyle();
-    QTRY_VERIFY(!painted.colors.isEmpty());
-    QCoreApplication::processEvents();
-    QCOMPARE(painted.colors, QList<QColor>(painted.colors.size(), ground));
-    QCOMPARE(cornerColour(window), ground);
-}
+    void colour_isDrawnAlone()
+    {
+        QFETCH(Restyling, restyle);
+        OutputWindow window(&settings);
+        showWindow(window);
+        const PaintedGround painted(window);
+        restyle();
+        QTRY_VERIFY(!painted.colors.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(painted.colors, QList<QColor>(painted.colors.size(), ground));
+        QCOMPARE(cornerColour(window), ground);
+    }
 
-void OutputWindowRestyledTest::everything_looksTheSame()
-{
-    QFETCH(Restyling, restyle);
-    OutputWindow window(&settings);
-    window.setMessage("Five minutes left");
-    showWindow(window);
-    const QImage before = window.grab().toImage();
-    restyle();
-    QCoreApplication::processEvents();
-    QCOMPARE(window.grab().toImage(), before);
-}
+    void everything_looksTheSame_data() { addRestylings(); }
 
-void OutputWindowRestyledTest::hiddenHalfOfTheBlink_staysHidden()
-{
-    QFETCH(Restyling, restyle);
-    OutputWindow window(&settings);
-    showWindow(window);
-    window.onTimerTick(0);
-    window.tickBlink();
-    restyle();
-    const QImage middle = window.grab(figureArea(window)->geometry()).toImage();
-    QImage plain(middle.size(), middle.format());
-    plain.fill(ground);
-    QCOMPARE(middle, plain);
-}
+    void everything_looksTheSame()
+    {
+        QFETCH(Restyling, restyle);
+        OutputWindow window(&settings);
+        window.setMessage("Five minutes left");
+        showWindow(window);
+        const QImage before = window.grab().toImage();
+        restyle();
+        QCoreApplication::processEvents();
+        QCOMPARE(window.grab().toImage(), before);
+    }
 
-void OutputWindowRestyledTest::picture_isNotReadAgain()
-{
-    QFETCH(Restyling, restyle);
-    savePicture(dir.filePath("replaced.png"), Qt::red);
-    OutputWindow window(&settings);
-    showWindow(window);
-    usePicture("replaced.png");
-    window.refreshSettings();
-    savePicture(dir.filePath("replaced.png"), Qt::green);
-    restyle();
-    QCoreApplication::processEvents();
-    QCOMPARE(cornerColour(window), QColor(Qt::red));
-    QVERIFY(!window.autoFillBackground());
-}
+    void hiddenHalfOfTheBlink_staysHidden_data() { addRestylings(); }
 
-void OutputWindowRestyledTest::pictureWithHoles_keepsTheFormerColour()
-{
-    QFETCH(Restyling, restyle);
-    OutputWindow window(&settings);
-    showWindow(window);
-    usePicture("holes.png");
-    window.refreshSettings();
-    const QImage before = window.grab().toImage();
-    restyle();
-    QCOMPARE(window.grab().toImage(), before);
-}
+    void hiddenHalfOfTheBlink_staysHidden()
+    {
+        QFETCH(Restyling, restyle);
+        OutputWindow window(&settings);
+        showWindow(window);
+        window.onTimerTick(0);
+        window.tickBlink();
+        restyle();
+        const QImage middle = window.grab(figureArea(window)->geometry()).toImage();
+        QImage plain(middle.size(), middle.format());
+        plain.fill(ground);
+        QCOMPARE(middle, plain);
+    }
 
-void OutputWindowRestyledTest::pictureWithHoles_fromTheStart_looksTheSame()
-{
-    QFETCH(Restyling, restyle);
-    usePicture("holes.png");
-    OutputWindow window(&settings);
-    showWindow(window);
-    const QImage before = window.grab().toImage();
-    restyle();
-    QCOMPARE(window.grab().toImage(), before);
-}
+    void picture_isNotReadAgain_data() { addRestylings(); }
+
+    void picture_isNotReadAgain()
+    {
+        QFETCH(Restyling, restyle);
+        savePicture(dir.filePath("replaced.png"), Qt::red);
+        OutputWindow window(&settings);
+        showWindow(window);
+        usePicture("replaced.png");
+        window.refreshSettings();
+        savePicture(dir.filePath("replaced.png"), Qt::green);
+        restyle();
+        QCoreApplication::processEvents();
+        QCOMPARE(cornerColour(window), QColor(Qt::red));
+        QVERIFY(!window.autoFillBackground());
+    }
+
+    void pictureWithHoles_keepsTheFormerColour_data() { addRestylings(); }
+
+    void pictureWithHoles_keepsTheFormerColour()
+    {
+        QFETCH(Restyling, restyle);
+        OutputWindow window(&settings);
+        showWindow(window);
+        usePicture("holes.png");
+        window.refreshSettings();
+        const QImage before = window.grab().toImage();
+        restyle();
+        QCOMPARE(window.grab().toImage(), before);
+    }
+
+    void pictureWithHoles_fromTheStart_looksTheSame_data() { addRestylings(); }
+
+    void pictureWithHoles_fromTheStart_looksTheSame()
+    {
+        QFETCH(Restyling, restyle);
+        usePicture("holes.png");
+        OutputWindow window(&settings);
+        showWindow(window);
+        const QImage before = window.grab().toImage();
+        restyle();
+        QCOMPARE(window.grab().toImage(), before);
+    }
+
+private:
+    // As at start: the style sheet is installed before the window is shown.
+    void showWindow(OutputWindow &window)
+    {
+        qApp->setStyleSheet(applicationStyleSheet());
+        window.setViewMode(0); // the clock would change by itself
+        window.resize(800, 500);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCoreApplication::processEvents();
+    }
+
+    void usePicture(const QString &name)
+    {
+        settings.bgImageEnabled = true;
+        settings.bgImagePath = dir.filePath(name);
+    }
+
+    QTemporaryDir dir;
+    AppSettings settings;
+};
 
 VELMORA_TEST_MAIN(OutputWindowRestyledTest)
 #include "tst_OutputWindowRestyled.moc"

@@ -5,21 +5,6 @@
 #include "OutputParts.h"
 #include "TestMain.h"
 
-// The content never sizes the window.
-class OutputWindowSizeTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void longMessage_leavesTheSizeAlone_data();
-    void longMessage_leavesTheSizeAlone();
-    void largeFonts_leaveTheSizeAlone_data();
-    void largeFonts_leaveTheSizeAlone();
-    void lowWindow_isPossible();
-    void tinyWindow_isPossible();
-    void content_setsNoLimits();
-};
-
 namespace {
 
 const QSize ordinarySize(800, 500);
@@ -49,76 +34,80 @@ QSize expectedSize(const OutputWindow &window, bool fullScreen)
 
 } // namespace
 
-void OutputWindowSizeTest::longMessage_leavesTheSizeAlone_data()
+// The content never sizes the window.
+class OutputWindowSizeTest : public QObject
 {
-    QTest::addColumn<bool>("fullScreen");
-    QTest::newRow("full screen") << true;
-    QTest::newRow("ordinary window") << false;
-}
+    Q_OBJECT
 
-void OutputWindowSizeTest::longMessage_leavesTheSizeAlone()
-{
-    QFETCH(bool, fullScreen);
-    const AppSettings settings;
-    OutputWindow window(&settings);
-    show(window, fullScreen);
-    window.setMessage(QString(200, QLatin1Char('W')));
-    QVERIFY(keepsSize(window, expectedSize(window, fullScreen)));
-}
+private slots:
+    void longMessage_leavesTheSizeAlone_data()
+    {
+        QTest::addColumn<bool>("fullScreen");
+        QTest::newRow("full screen") << true;
+        QTest::newRow("ordinary window") << false;
+    }
 
-void OutputWindowSizeTest::largeFonts_leaveTheSizeAlone_data()
-{
-    longMessage_leavesTheSizeAlone_data();
-}
+    void longMessage_leavesTheSizeAlone()
+    {
+        QFETCH(bool, fullScreen);
+        const AppSettings settings;
+        OutputWindow window(&settings);
+        show(window, fullScreen);
+        window.setMessage(QString(200, QLatin1Char('W')));
+        QVERIFY(keepsSize(window, expectedSize(window, fullScreen)));
+    }
 
-void OutputWindowSizeTest::largeFonts_leaveTheSizeAlone()
-{
-    QFETCH(bool, fullScreen);
-    AppSettings settings;
-    settings.timerFontSize = 550;
-    settings.clockFontSize = 300;
-    settings.messageFontSize = 150;
-    OutputWindow window(&settings);
-    window.setMessage("Please wrap up");
-    show(window, fullScreen);
-    window.onTimerTick(59940);
-    QVERIFY(keepsSize(window, expectedSize(window, fullScreen)));
-}
+    void largeFonts_leaveTheSizeAlone_data() { longMessage_leavesTheSizeAlone_data(); }
 
-void OutputWindowSizeTest::lowWindow_isPossible()
-{
-    const AppSettings settings;
-    OutputWindow window(&settings);
-    window.show();
-    window.resize(800, 50);
-    QTRY_COMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 12));
-    QCOMPARE(clockLabel(window)->styleSheet(), figureStyle("#ffffff", 10));
-    QCOMPARE(messageLabel(window)->styleSheet(), messageStyle("#ffff00", 8));
-    QCOMPARE(window.size(), QSize(800, 50));
-    QVERIFY(keepsSize(window, QSize(800, 50)));
-}
+    void largeFonts_leaveTheSizeAlone()
+    {
+        QFETCH(bool, fullScreen);
+        AppSettings settings;
+        settings.timerFontSize = 550;
+        settings.clockFontSize = 300;
+        settings.messageFontSize = 150;
+        OutputWindow window(&settings);
+        window.setMessage("Please wrap up");
+        show(window, fullScreen);
+        window.onTimerTick(59940);
+        QVERIFY(keepsSize(window, expectedSize(window, fullScreen)));
+    }
 
-void OutputWindowSizeTest::tinyWindow_isPossible()
-{
-    const AppSettings settings;
-    OutputWindow window(&settings);
-    window.setMessage("Please wrap up");
-    window.resize(1, 1);
-    window.show();
-    QCOMPARE(window.size(), QSize(1, 1));
-    QVERIFY(!window.grab().isNull());
-}
+    void lowWindow_isPossible()
+    {
+        const AppSettings settings;
+        OutputWindow window(&settings);
+        window.show();
+        window.resize(800, 50);
+        QTRY_COMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 12));
+        QCOMPARE(clockLabel(window)->styleSheet(), figureStyle("#ffffff", 10));
+        QCOMPARE(messageLabel(window)->styleSheet(), messageStyle("#ffff00", 8));
+        QCOMPARE(window.size(), QSize(800, 50));
+        QVERIFY(keepsSize(window, QSize(800, 50)));
+    }
 
-void OutputWindowSizeTest::content_setsNoLimits()
-{
-    const AppSettings settings;
-    OutputWindow window(&settings);
-    window.setMessage(QString(200, QLatin1Char('W')));
-    window.show();
-    QCoreApplication::processEvents();
-    QCOMPARE(window.minimumSize(), QSize(0, 0));
-    QCOMPARE(window.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
-}
+    void tinyWindow_isPossible()
+    {
+        const AppSettings settings;
+        OutputWindow window(&settings);
+        window.setMessage("Please wrap up");
+        window.resize(1, 1);
+        window.show();
+        QCOMPARE(window.size(), QSize(1, 1));
+        QVERIFY(!window.grab().isNull());
+    }
+
+    void content_setsNoLimits()
+    {
+        const AppSettings settings;
+        OutputWindow window(&settings);
+        window.setMessage(QString(200, QLatin1Char('W')));
+        window.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(window.minimumSize(), QSize(0, 0));
+        QCOMPARE(window.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+    }
+};
 
 VELMORA_TEST_MAIN(OutputWindowSizeTest)
 #include "tst_OutputWindowSize.moc"

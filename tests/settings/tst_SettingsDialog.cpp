@@ -56,301 +56,276 @@ class SettingsDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { removeStore(); }
 
-    void metaObject_declaresOneSignalThenFourSlots();
-    void fresh_hasTitleMinimumWidthAndParent();
-    void fresh_ownsEveryWidgetThatItMade();
-    void fresh_showsTheFiveTabsInOrder();
-    void column_holdsTabsThenButtonsThenUpdateButton();
-    void updateButton_sitsUnderTheButtonsAtTheLeft();
-    void opening_writesNothing();
-
-    void ok_withoutChange_savesAndReportsOnce();
-    void ok_withoutChange_keepsTheRecord();
-    void ok_takesOverEveryControl();
-    void ok_reportsAfterSavingAndBeforeClosing();
-    void ok_leavesSoundToTheRecord();
-    void ok_withUnwritableStore_stillTakesEffect();
-    void acceptSlot_doesWhatOkDoes();
-    void enter_idle_pressesOk();
-
-    void edits_beforeOk_stayInTheDialog();
-    void closing_withoutOk_changesNothing_data();
-    void closing_withoutOk_changesNothing();
-};
-
-void SettingsDialogTest::init()
-{
-    removeStore();
-}
-
-void SettingsDialogTest::metaObject_declaresOneSignalThenFourSlots()
-{
-    static_assert(std::is_base_of_v<QDialog, SettingsDialog>);
-    const QMetaObject &meta = SettingsDialog::staticMetaObject;
-    QCOMPARE(meta.superClass(), &QDialog::staticMetaObject);
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const QMetaMethod method = meta.method(i);
-        const QString kind = method.methodType() == QMetaMethod::Signal ? QStringLiteral("signal ")
-            : method.methodType() == QMetaMethod::Slot                  ? QStringLiteral("slot ")
-                                                                        : QStringLiteral("other ");
-        methods << kind + QString::fromLatin1(method.methodSignature());
+    void metaObject_declaresOneSignalThenFourSlots()
+    {
+        static_assert(std::is_base_of_v<QDialog, SettingsDialog>);
+        const QMetaObject &meta = SettingsDialog::staticMetaObject;
+        QCOMPARE(meta.superClass(), &QDialog::staticMetaObject);
+        QStringList methods;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            const QMetaMethod method = meta.method(i);
+            const QString kind = method.methodType() == QMetaMethod::Signal
+                ? QStringLiteral("signal ")
+                : method.methodType() == QMetaMethod::Slot ? QStringLiteral("slot ")
+                                                           : QStringLiteral("other ");
+            methods << kind + QString::fromLatin1(method.methodSignature());
+        }
+        QCOMPARE(methods,
+                 QStringList({"signal settingsChanged()", "slot accept()",
+                              "slot pickColor(QColor&,QPushButton*)", "slot addPreset()",
+                              "slot removePreset()"}));
     }
-    QCOMPARE(methods,
-             QStringList({"signal settingsChanged()", "slot accept()",
-                          "slot pickColor(QColor&,QPushButton*)", "slot addPreset()",
-                          "slot removePreset()"}));
-}
 
-void SettingsDialogTest::fresh_hasTitleMinimumWidthAndParent()
-{
-    AppSettings record;
-    QWidget parent;
-    const SettingsDialog dialog(&record, &parent);
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Settings"));
-    QCOMPARE(dialog.minimumWidth(), 420);
-    QCOMPARE(dialog.parentWidget(), &parent);
-}
+    void fresh_hasTitleMinimumWidthAndParent()
+    {
+        AppSettings record;
+        QWidget parent;
+        const SettingsDialog dialog(&record, &parent);
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("Settings"));
+        QCOMPARE(dialog.minimumWidth(), 420);
+        QCOMPARE(dialog.parentWidget(), &parent);
+    }
 
-void SettingsDialogTest::fresh_ownsEveryWidgetThatItMade()
-{
-    AppSettings record;
-    const SettingsDialog dialog(&record, nullptr);
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    QCOMPARE(windows.size(), 1);
-    QCOMPARE(windows.first(), &dialog);
-}
+    void fresh_ownsEveryWidgetThatItMade()
+    {
+        AppSettings record;
+        const SettingsDialog dialog(&record, nullptr);
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        QCOMPARE(windows.size(), 1);
+        QCOMPARE(windows.first(), &dialog);
+    }
 
-void SettingsDialogTest::fresh_showsTheFiveTabsInOrder()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const QTabWidget *tabs = DialogView(dialog).tabs();
-    QStringList titles;
-    for (int i = 0; i < tabs->count(); ++i)
-        titles << tabs->tabText(i);
-    QCOMPARE(titles, QStringList({"Clock", "Colors", "Fonts", "Timer", "Shortcuts"}));
-    QCOMPARE(tabs->currentIndex(), 0);
-}
+    void fresh_showsTheFiveTabsInOrder()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const QTabWidget *tabs = DialogView(dialog).tabs();
+        QStringList titles;
+        for (int i = 0; i < tabs->count(); ++i)
+            titles << tabs->tabText(i);
+        QCOMPARE(titles, QStringList({"Clock", "Colors", "Fonts", "Timer", "Shortcuts"}));
+        QCOMPARE(tabs->currentIndex(), 0);
+    }
 
-void SettingsDialogTest::column_holdsTabsThenButtonsThenUpdateButton()
-{
-    AppSettings record;
-    const SettingsDialog dialog(&record, nullptr);
-    const auto *column = qobject_cast<QVBoxLayout *>(dialog.layout());
-    QVERIFY(column);
-    QCOMPARE(column->count(), 3);
-    QVERIFY(qobject_cast<QTabWidget *>(column->itemAt(0)->widget()));
-    const auto *box = qobject_cast<QDialogButtonBox *>(column->itemAt(1)->widget());
-    QVERIFY(box);
-    QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    const auto *button = qobject_cast<QPushButton *>(column->itemAt(2)->widget());
-    QVERIFY(button);
-    QCOMPARE(button->text(), QStringLiteral("Check for Updates"));
-    QCOMPARE(button->styleSheet(), QStringLiteral("color:#aaa; font-size:11px;"));
-    QCOMPARE(column->itemAt(2)->alignment(), Qt::Alignment(Qt::AlignLeft));
-}
+    void column_holdsTabsThenButtonsThenUpdateButton()
+    {
+        AppSettings record;
+        const SettingsDialog dialog(&record, nullptr);
+        const auto *column = qobject_cast<QVBoxLayout *>(dialog.layout());
+        QVERIFY(column);
+        QCOMPARE(column->count(), 3);
+        QVERIFY(qobject_cast<QTabWidget *>(column->itemAt(0)->widget()));
+        const auto *box = qobject_cast<QDialogButtonBox *>(column->itemAt(1)->widget());
+        QVERIFY(box);
+        QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+        const auto *button = qobject_cast<QPushButton *>(column->itemAt(2)->widget());
+        QVERIFY(button);
+        QCOMPARE(button->text(), QStringLiteral("Check for Updates"));
+        QCOMPARE(button->styleSheet(), QStringLiteral("color:#aaa; font-size:11px;"));
+        QCOMPARE(column->itemAt(2)->alignment(), Qt::Alignment(Qt::AlignLeft));
+    }
 
-void SettingsDialogTest::updateButton_sitsUnderTheButtonsAtTheLeft()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    dialog.show();
-    const QRect box = dialog.findChild<QDialogButtonBox *>()->geometry();
-    const QRect button = dialog.layout()->itemAt(2)->widget()->geometry();
-    QVERIFY(button.top() > box.bottom());
-    QCOMPARE(button.left(), box.left());
-    QVERIFY(button.width() < box.width());
-}
+    void updateButton_sitsUnderTheButtonsAtTheLeft()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        dialog.show();
+        const QRect box = dialog.findChild<QDialogButtonBox *>()->geometry();
+        const QRect button = dialog.layout()->itemAt(2)->widget()->geometry();
+        QVERIFY(button.top() > box.bottom());
+        QCOMPARE(button.left(), box.left());
+        QVERIFY(button.width() < box.width());
+    }
 
-void SettingsDialogTest::opening_writesNothing()
-{
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    dialog.show();
-    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
-    QVERIFY(!storeExists());
-}
+    void opening_writesNothing()
+    {
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        dialog.show();
+        QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
+        QVERIFY(!storeExists());
+    }
 
-void SettingsDialogTest::ok_withoutChange_savesAndReportsOnce()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    const int result = execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
-    QCOMPARE(result, int(QDialog::Accepted));
-    QCOMPARE(changes.size(), 1);
-    QVERIFY(storeExists());
-    QCOMPARE(storedLines(), fieldLines(AppSettings()));
-}
+    void ok_withoutChange_savesAndReportsOnce()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        const int result = execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
+        QCOMPARE(result, int(QDialog::Accepted));
+        QCOMPARE(changes.size(), 1);
+        QVERIFY(storeExists());
+        QCOMPARE(storedLines(), fieldLines(AppSettings()));
+    }
 
-void SettingsDialogTest::ok_withoutChange_keepsTheRecord()
-{
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
-    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
-    QCOMPARE(storedLines(), fieldLines(unusualRecord()));
-}
+    void ok_withoutChange_keepsTheRecord()
+    {
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        execWith(dialog, [&] { DialogView(dialog).okButton()->click(); });
+        QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
+        QCOMPARE(storedLines(), fieldLines(unusualRecord()));
+    }
 
-void SettingsDialogTest::ok_takesOverEveryControl()
-{
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    execWith(dialog, [&] {
-        const DialogView view(dialog);
-        editEverything(view);
-        view.okButton()->click();
-    });
+    void ok_takesOverEveryControl()
+    {
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        execWith(dialog, [&] {
+            const DialogView view(dialog);
+            editEverything(view);
+            view.okButton()->click();
+        });
 
-    AppSettings wanted; // the booleans and the shortcuts are back at their defaults
-    wanted.bgColor = QColor(101, 102, 103);
-    wanted.timerColorNormal = QColor(104, 105, 106);
-    wanted.timerColorWarning = QColor(107, 108, 109);
-    wanted.timerColorCritical = QColor(110, 111, 112);
-    wanted.clockColor = QColor(113, 114, 115);
-    wanted.messageColor = QColor(116, 117, 118);
-    wanted.timerFontSize = 550;
-    wanted.clockFontSize = 300;
-    wanted.messageFontSize = 150;
-    wanted.defaultDuration = 1221;
-    wanted.warningThreshold = 3600;
-    wanted.presets = {45, 90, 45, 300};
-    wanted.soundFilePath = unusualRecord().soundFilePath;
-    wanted.soundEnabled = true;
-    QCOMPARE(fieldLines(record), fieldLines(wanted));
-    QCOMPARE(storedLines(), fieldLines(wanted));
-}
+        AppSettings wanted; // the booleans and the shortcuts are back at their defaults
+        wanted.bgColor = QColor(101, 102, 103);
+        wanted.timerColorNormal = QColor(104, 105, 106);
+        wanted.timerColorWarning = QColor(107, 108, 109);
+        wanted.timerColorCritical = QColor(110, 111, 112);
+        wanted.clockColor = QColor(113, 114, 115);
+        wanted.messageColor = QColor(116, 117, 118);
+        wanted.timerFontSize = 550;
+        wanted.clockFontSize = 300;
+        wanted.messageFontSize = 150;
+        wanted.defaultDuration = 1221;
+        wanted.warningThreshold = 3600;
+        wanted.presets = {45, 90, 45, 300};
+        wanted.soundFilePath = unusualRecord().soundFilePath;
+        wanted.soundEnabled = true;
+        QCOMPARE(fieldLines(record), fieldLines(wanted));
+        QCOMPARE(storedLines(), fieldLines(wanted));
+    }
 
-void SettingsDialogTest::ok_reportsAfterSavingAndBeforeClosing()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    QStringList order;
-    connect(&dialog, &SettingsDialog::settingsChanged, this, [&] {
-        order << QStringLiteral("changed");
+    void ok_reportsAfterSavingAndBeforeClosing()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        QStringList order;
+        connect(&dialog, &SettingsDialog::settingsChanged, this, [&] {
+            order << QStringLiteral("changed");
+            QCOMPARE(record.warningThreshold, 17);
+            QVERIFY(storeBytes().contains("warningThreshold=17"));
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(dialog.result(), int(QDialog::Rejected)); // as exec() sets it out
+        });
+        connect(&dialog, &QDialog::accepted, this, [&] { order << QStringLiteral("accepted"); });
+        execWith(dialog, [&] {
+            const DialogView view(dialog);
+            view.spinBoxesUnder(QStringLiteral("WARNING THRESHOLD")).at(0)->setValue(17);
+            view.okButton()->click();
+        });
+        QCOMPARE(order, QStringList({"changed", "accepted"}));
+    }
+
+    // The Control window edits and saves the sound; the dialog has no control for it.
+    void ok_leavesSoundToTheRecord()
+    {
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        execWith(dialog, [&] {
+            record.soundFilePath = QStringLiteral("/sounds/bell.ogg");
+            record.soundEnabled = false;
+            record.warningThreshold = 99; // unlike the sound, this one is the dialog's
+            DialogView(dialog).okButton()->click();
+        });
+        QCOMPARE(record.soundFilePath, QStringLiteral("/sounds/bell.ogg"));
+        QVERIFY(!record.soundEnabled);
         QCOMPARE(record.warningThreshold, 17);
-        QVERIFY(storeBytes().contains("warningThreshold=17"));
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.result(), int(QDialog::Rejected)); // as exec() sets it out
-    });
-    connect(&dialog, &QDialog::accepted, this, [&] { order << QStringLiteral("accepted"); });
-    execWith(dialog, [&] {
-        const DialogView view(dialog);
-        view.spinBoxesUnder(QStringLiteral("WARNING THRESHOLD")).at(0)->setValue(17);
-        view.okButton()->click();
-    });
-    QCOMPARE(order, QStringList({"changed", "accepted"}));
-}
+        QCOMPARE(storedLines(), fieldLines(record));
+    }
 
-// The Control window edits and saves the sound; the dialog has no control for it.
-void SettingsDialogTest::ok_leavesSoundToTheRecord()
-{
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    execWith(dialog, [&] {
-        record.soundFilePath = QStringLiteral("/sounds/bell.ogg");
-        record.soundEnabled = false;
-        record.warningThreshold = 99; // unlike the sound, this one is the dialog's
-        DialogView(dialog).okButton()->click();
-    });
-    QCOMPARE(record.soundFilePath, QStringLiteral("/sounds/bell.ogg"));
-    QVERIFY(!record.soundEnabled);
-    QCOMPARE(record.warningThreshold, 17);
-    QCOMPARE(storedLines(), fieldLines(record));
-}
+    void ok_withUnwritableStore_stillTakesEffect()
+    {
+        blockStore();
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        const int result = execWith(dialog, [&] {
+            const DialogView view(dialog);
+            view.checkBox(QStringLiteral("Blink effect at zero"))->click();
+            view.okButton()->click();
+        });
+        removeStore();
+        QCOMPARE(result, int(QDialog::Accepted));
+        QCOMPARE(changes.size(), 1);
+        QVERIFY(!record.blinkEnabled);
+    }
 
-void SettingsDialogTest::ok_withUnwritableStore_stillTakesEffect()
-{
-    blockStore();
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    const int result = execWith(dialog, [&] {
-        const DialogView view(dialog);
-        view.checkBox(QStringLiteral("Blink effect at zero"))->click();
-        view.okButton()->click();
-    });
-    removeStore();
-    QCOMPARE(result, int(QDialog::Accepted));
-    QCOMPARE(changes.size(), 1);
-    QVERIFY(!record.blinkEnabled);
-}
+    void acceptSlot_doesWhatOkDoes()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        const int result = execWith(dialog, [&] {
+            DialogView(dialog).checkBox(QStringLiteral("Blink effect at zero"))->click();
+            QVERIFY(QMetaObject::invokeMethod(&dialog, "accept"));
+        });
+        QCOMPARE(result, int(QDialog::Accepted));
+        QCOMPARE(changes.size(), 1);
+        QVERIFY(!record.blinkEnabled);
+    }
 
-void SettingsDialogTest::acceptSlot_doesWhatOkDoes()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    const int result = execWith(dialog, [&] {
-        DialogView(dialog).checkBox(QStringLiteral("Blink effect at zero"))->click();
-        QVERIFY(QMetaObject::invokeMethod(&dialog, "accept"));
-    });
-    QCOMPARE(result, int(QDialog::Accepted));
-    QCOMPARE(changes.size(), 1);
-    QVERIFY(!record.blinkEnabled);
-}
+    void enter_idle_pressesOk()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        const int result =
+            execWith(dialog, [&] { QTest::keyClick(dialog.windowHandle(), Qt::Key_Return); });
+        QCOMPARE(result, int(QDialog::Accepted));
+        QCOMPARE(changes.size(), 1);
+    }
 
-void SettingsDialogTest::enter_idle_pressesOk()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    const int result =
-        execWith(dialog, [&] { QTest::keyClick(dialog.windowHandle(), Qt::Key_Return); });
-    QCOMPARE(result, int(QDialog::Accepted));
-    QCOMPARE(changes.size(), 1);
-}
+    void edits_beforeOk_stayInTheDialog()
+    {
+        saveSettings(unusualRecord());
+        const QByteArray stored = storeBytes();
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        execWith(dialog, [&] {
+            editEverything(DialogView(dialog));
+            QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
+            QCOMPARE(storeBytes(), stored);
+            QCOMPARE(changes.size(), 0);
+        });
+    }
 
-void SettingsDialogTest::edits_beforeOk_stayInTheDialog()
-{
-    saveSettings(unusualRecord());
-    const QByteArray stored = storeBytes();
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    execWith(dialog, [&] {
-        editEverything(DialogView(dialog));
+    void closing_withoutOk_changesNothing_data()
+    {
+        QTest::addColumn<std::function<void(QDialog &)>>("leave");
+        using Leave = std::function<void(QDialog &)>;
+        QTest::newRow("Cancel") << Leave([](QDialog &d) { DialogView(d).cancelButton()->click(); });
+        QTest::newRow("Escape") << Leave(
+            [](QDialog &d) { QTest::keyClick(d.windowHandle(), Qt::Key_Escape); });
+        QTest::newRow("close button") << Leave([](QDialog &d) { d.close(); });
+    }
+
+    void closing_withoutOk_changesNothing()
+    {
+        QFETCH(const std::function<void(QDialog &)>, leave);
+        saveSettings(unusualRecord());
+        const QByteArray stored = storeBytes();
+        AppSettings record = unusualRecord();
+        SettingsDialog dialog(&record, nullptr);
+        const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
+        const QSignalSpy rejections(&dialog, &QDialog::rejected);
+        bool closed = false;
+        const int result = execWith(dialog, [&] {
+            editEverything(DialogView(dialog));
+            leave(dialog);
+            closed = !dialog.isVisible();
+        });
+        QVERIFY(closed);
+        QCOMPARE(result, int(QDialog::Rejected));
+        QCOMPARE(rejections.size(), 1);
+        QCOMPARE(changes.size(), 0);
         QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
         QCOMPARE(storeBytes(), stored);
-        QCOMPARE(changes.size(), 0);
-    });
-}
-
-void SettingsDialogTest::closing_withoutOk_changesNothing_data()
-{
-    QTest::addColumn<std::function<void(QDialog &)>>("leave");
-    using Leave = std::function<void(QDialog &)>;
-    QTest::newRow("Cancel") << Leave([](QDialog &d) { DialogView(d).cancelButton()->click(); });
-    QTest::newRow("Escape") << Leave(
-        [](QDialog &d) { QTest::keyClick(d.windowHandle(), Qt::Key_Escape); });
-    QTest::newRow("close button") << Leave([](QDialog &d) { d.close(); });
-}
-
-void SettingsDialogTest::closing_withoutOk_changesNothing()
-{
-    QFETCH(const std::function<void(QDialog &)>, leave);
-    saveSettings(unusualRecord());
-    const QByteArray stored = storeBytes();
-    AppSettings record = unusualRecord();
-    SettingsDialog dialog(&record, nullptr);
-    const QSignalSpy changes(&dialog, &SettingsDialog::settingsChanged);
-    const QSignalSpy rejections(&dialog, &QDialog::rejected);
-    bool closed = false;
-    const int result = execWith(dialog, [&] {
-        editEverything(DialogView(dialog));
-        leave(dialog);
-        closed = !dialog.isVisible();
-    });
-    QVERIFY(closed);
-    QCOMPARE(result, int(QDialog::Rejected));
-    QCOMPARE(rejections.size(), 1);
-    QCOMPARE(changes.size(), 0);
-    QCOMPARE(fieldLines(record), fieldLines(unusualRecord()));
-    QCOMPARE(storeBytes(), stored);
-}
+    }
+};
 
 VELMORA_TEST_MAIN(SettingsDialogTest)
 #include "tst_SettingsDialog.moc"

@@ -74,63 +74,56 @@ class SettingsDialogDraggingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { removeStore(); }
 
-    void toTheTop_isStoredByOk();
-    void toTheEnd_isStoredByOk();
-    void thenCancel_keepsTheOrder();
-};
+    void toTheTop_isStoredByOk()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const DialogView view(dialog);
+        execWith(dialog, [&] {
+            view.showPage(QStringLiteral("Timer"));
+            drag(*view.presets(), 2, true);
+            QCOMPARE(labelsIn(*view.presets()),
+                     QStringList({"15 min", "5 min", "10 min", "30 min"}));
+            QCOMPARE(record.presets, QList<int>({300, 600, 900, 1800}));
+            view.okButton()->click();
+        });
+        QCOMPARE(record.presets, QList<int>({900, 300, 600, 1800}));
+        QCOMPARE(storedLines(), fieldLines(record));
+    }
 
-void SettingsDialogDraggingTest::init()
-{
-    removeStore();
-}
+    void toTheEnd_isStoredByOk()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        dialog.resize(500, 800); // high enough for the last preset to be in sight
+        const DialogView view(dialog);
+        execWith(dialog, [&] {
+            view.showPage(QStringLiteral("Timer"));
+            drag(*view.presets(), 0, false);
+            QCOMPARE(labelsIn(*view.presets()),
+                     QStringList({"10 min", "15 min", "30 min", "5 min"}));
+            view.okButton()->click();
+        });
+        QCOMPARE(record.presets, QList<int>({600, 900, 1800, 300}));
+    }
 
-void SettingsDialogDraggingTest::toTheTop_isStoredByOk()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.showPage(QStringLiteral("Timer"));
-        drag(*view.presets(), 2, true);
-        QCOMPARE(labelsIn(*view.presets()), QStringList({"15 min", "5 min", "10 min", "30 min"}));
+    void thenCancel_keepsTheOrder()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const DialogView view(dialog);
+        execWith(dialog, [&] {
+            view.showPage(QStringLiteral("Timer"));
+            drag(*view.presets(), 2, true);
+            QCOMPARE(view.presets()->item(0)->text(), QStringLiteral("15 min"));
+            view.cancelButton()->click();
+        });
         QCOMPARE(record.presets, QList<int>({300, 600, 900, 1800}));
-        view.okButton()->click();
-    });
-    QCOMPARE(record.presets, QList<int>({900, 300, 600, 1800}));
-    QCOMPARE(storedLines(), fieldLines(record));
-}
-
-void SettingsDialogDraggingTest::toTheEnd_isStoredByOk()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    dialog.resize(500, 800); // high enough for the last preset to be in sight
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.showPage(QStringLiteral("Timer"));
-        drag(*view.presets(), 0, false);
-        QCOMPARE(labelsIn(*view.presets()), QStringList({"10 min", "15 min", "30 min", "5 min"}));
-        view.okButton()->click();
-    });
-    QCOMPARE(record.presets, QList<int>({600, 900, 1800, 300}));
-}
-
-void SettingsDialogDraggingTest::thenCancel_keepsTheOrder()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.showPage(QStringLiteral("Timer"));
-        drag(*view.presets(), 2, true);
-        QCOMPARE(view.presets()->item(0)->text(), QStringLiteral("15 min"));
-        view.cancelButton()->click();
-    });
-    QCOMPARE(record.presets, QList<int>({300, 600, 900, 1800}));
-    QVERIFY(!storeExists());
-}
+        QVERIFY(!storeExists());
+    }
+};
 
 int main(int argc, char *argv[])
 {

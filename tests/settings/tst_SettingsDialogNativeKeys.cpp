@@ -33,47 +33,43 @@ class SettingsDialogNativeKeysTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        // Before any sequence is read: Qt looks the names up once.
+        auto *names = new NativeNames;
+        names->setParent(this);
+        QVERIFY(QCoreApplication::installTranslator(names));
+    }
+
     void init() { removeStore(); }
 
-    void captured_isShownNativelyAndStoredPortably();
-    void stored_isReadNatively();
+    void captured_isShownNativelyAndStoredPortably()
+    {
+        AppSettings record;
+        SettingsDialog dialog(&record, nullptr);
+        const DialogView view(dialog);
+        execWith(dialog, [&] {
+            view.showPage(QStringLiteral("Shortcuts"));
+            QTest::mouseClick(view.setKeyButton(1), Qt::LeftButton);
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_1, Qt::ControlModifier);
+            QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+1"));
+            view.okButton()->click();
+        });
+        QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+1"));
+        QVERIFY(storeBytes().contains("shortcutReset=Ctrl+1\n"));
+    }
+
+    void stored_isReadNatively()
+    {
+        AppSettings record;
+        record.shortcutReset = QStringLiteral("Strg+R");
+        SettingsDialog dialog(&record, nullptr);
+        const DialogView view(dialog);
+        QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+R"));
+        execWith(dialog, [&] { view.okButton()->click(); });
+        QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+R"));
+    }
 };
-
-void SettingsDialogNativeKeysTest::initTestCase()
-{
-    // Before any sequence is read: Qt looks the names up once.
-    auto *names = new NativeNames;
-    names->setParent(this);
-    QVERIFY(QCoreApplication::installTranslator(names));
-}
-
-void SettingsDialogNativeKeysTest::captured_isShownNativelyAndStoredPortably()
-{
-    AppSettings record;
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    execWith(dialog, [&] {
-        view.showPage(QStringLiteral("Shortcuts"));
-        QTest::mouseClick(view.setKeyButton(1), Qt::LeftButton);
-        QTest::keyClick(dialog.windowHandle(), Qt::Key_1, Qt::ControlModifier);
-        QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+1"));
-        view.okButton()->click();
-    });
-    QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+1"));
-    QVERIFY(storeBytes().contains("shortcutReset=Ctrl+1\n"));
-}
-
-void SettingsDialogNativeKeysTest::stored_isReadNatively()
-{
-    AppSettings record;
-    record.shortcutReset = QStringLiteral("Strg+R");
-    SettingsDialog dialog(&record, nullptr);
-    const DialogView view(dialog);
-    QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+R"));
-    execWith(dialog, [&] { view.okButton()->click(); });
-    QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+R"));
-}
 
 VELMORA_TEST_MAIN(SettingsDialogNativeKeysTest)
 #include "tst_SettingsDialogNativeKeys.moc"

@@ -8,20 +8,6 @@
 #include "StartupRun.h"
 #include "Store.h"
 
-// The cue of a program that starts at zero: the start is no tick.
-class StartupCueTest : public QObject
-{
-    Q_OBJECT
-
-public:
-    // Heard by nobody, and not dependent on the sound of this machine.
-    StartupCueTest() { qputenv("PULSE_SERVER", "unix:/nonexistent/velmora-test"); }
-
-private slots:
-    void init();
-    void storedZero_isFirstHeardWhenItIsReached();
-};
-
 namespace {
 
 void hearTheFirstZero()
@@ -37,23 +23,31 @@ void hearTheFirstZero()
 
 } // namespace
 
-void StartupCueTest::init()
+// The cue of a program that starts at zero: the start is no tick.
+class StartupCueTest : public QObject
 {
-    removeStore();
-}
+    Q_OBJECT
 
-// The first state, which starts the blink at zero, plays no cue.
-void StartupCueTest::storedZero_isFirstHeardWhenItIsReached()
-{
-    const CueFiles files;
-    AppSettings settings = withCue(files.sound("gong.wav", 30000));
-    settings.defaultDuration = 0;
-    saveSettings(settings);
-    runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
-                    hearTheFirstZero();
-                    QCoreApplication::exit(0);
-                }});
-}
+public:
+    // Heard by nobody, and not dependent on the sound of this machine.
+    StartupCueTest() { qputenv("PULSE_SERVER", "unix:/nonexistent/velmora-test"); }
+
+private slots:
+    void init() { removeStore(); }
+
+    // The first state, which starts the blink at zero, plays no cue.
+    void storedZero_isFirstHeardWhenItIsReached()
+    {
+        const CueFiles files;
+        AppSettings settings = withCue(files.sound("gong.wav", 30000));
+        settings.defaultDuration = 0;
+        saveSettings(settings);
+        runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
+                        hearTheFirstZero();
+                        QCoreApplication::exit(0);
+                    }});
+    }
+};
 
 VELMORA_STARTUP_TEST_MAIN(StartupCueTest)
 #include "tst_StartupCue.moc"

@@ -8,21 +8,6 @@
 #include "StartupRun.h"
 #include "Store.h"
 
-// What of the start can only be seen before the event loop turns.
-class StartupOrderTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void init();
-    void application_isBuiltWithTheToolkitsDefaults();
-    void windows_areShownInOrderAndReady();
-
-private:
-    QList<bool> toolkitsAttributes;
-};
-
 namespace {
 
 int run(const std::function<void()> &beforeProgram, const std::function<void()> &whileRunning)
@@ -71,46 +56,56 @@ protected:
 
 } // namespace
 
-// Attributes outlive the application that they are set for, so this comes before all runs.
-void StartupOrderTest::initTestCase()
+// What of the start can only be seen before the event loop turns.
+class StartupOrderTest : public QObject
 {
-    int count = 1;
-    char name[] = "velmora";
-    char *arguments[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication plain(count, arguments);
-    toolkitsAttributes = attributes();
-}
+    Q_OBJECT
 
-void StartupOrderTest::init()
-{
-    removeStore();
-    // They outlive the application of the run before.
-    QCoreApplication::setApplicationName({});
-    QCoreApplication::setOrganizationName({});
-}
+private slots:
+    // Attributes outlive the application that they are set for, so this comes before all runs.
+    void initTestCase()
+    {
+        int count = 1;
+        char name[] = "velmora";
+        char *arguments[] = {name, nullptr};
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QApplication plain(count, arguments);
+        toolkitsAttributes = attributes();
+    }
 
-void StartupOrderTest::application_isBuiltWithTheToolkitsDefaults()
-{
-    const auto policy = QGuiApplication::highDpiScaleFactorRoundingPolicy();
-    run({}, [&] {
-        QCOMPARE(attributes(), toolkitsAttributes);
-        QCOMPARE(QGuiApplication::highDpiScaleFactorRoundingPolicy(), policy);
-    });
-}
+    void init()
+    {
+        removeStore();
+        // They outlive the application of the run before.
+        QCoreApplication::setApplicationName({});
+        QCoreApplication::setOrganizationName({});
+    }
 
-void StartupOrderTest::windows_areShownInOrderAndReady()
-{
-    // With any other count or total, figure or bar would be another.
-    writeStoreBytes("[General]\ndefaultDuration=120\n");
-    ShowWatch watch;
-    run([&watch] { qApp->installEventFilter(&watch); },
-        [&watch] {
-            const QStringList order{"Control 02:00, of Velmora by Orlavane",
-                                    "Output 02:00, bar at 1000"};
-            QCOMPARE(watch.shown, order);
+    void application_isBuiltWithTheToolkitsDefaults()
+    {
+        const auto policy = QGuiApplication::highDpiScaleFactorRoundingPolicy();
+        run({}, [&] {
+            QCOMPARE(attributes(), toolkitsAttributes);
+            QCOMPARE(QGuiApplication::highDpiScaleFactorRoundingPolicy(), policy);
         });
-}
+    }
+
+    void windows_areShownInOrderAndReady()
+    {
+        // With any other count or total, figure or bar would be another.
+        writeStoreBytes("[General]\ndefaultDuration=120\n");
+        ShowWatch watch;
+        run([&watch] { qApp->installEventFilter(&watch); },
+            [&watch] {
+                const QStringList order{"Control 02:00, of Velmora by Orlavane",
+                                        "Output 02:00, bar at 1000"};
+                QCOMPARE(watch.shown, order);
+            });
+    }
+
+private:
+    QList<bool> toolkitsAttributes;
+};
 
 VELMORA_STARTUP_TEST_MAIN(StartupOrderTest)
 #include "tst_StartupOrder.moc"

@@ -12,18 +12,6 @@
 
 #include "TestMain.h"
 
-// The built executable itself, from outside.
-class StartupProcessTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void program_writesNothingToItsStreams();
-#ifndef Q_OS_WIN // where no file can hold such a value
-    void programWithAnEndlessListStored_startsAndLeavesTheFile();
-#endif
-};
-
 namespace {
 
 // What Qt and its libraries say of a machine without sound, without a session bus
@@ -72,54 +60,65 @@ void end(QProcess &program)
 
 } // namespace
 
-void StartupProcessTest::program_writesNothingToItsStreams()
-{
-    const QTemporaryDir home;
-    QVERIFY(home.isValid());
-    QProcess program;
-    program.setProcessEnvironment(environmentIn(home));
-    program.start(VELMORA_PROGRAM, QStringList());
-    QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
-    QVERIFY(runsForAWhile(program));
-    end(program);
-    QCOMPARE(program.state(), QProcess::NotRunning);
-
-    QCOMPARE(program.readAllStandardOutput(), QByteArray());
-    const QStringList lines = QString::fromUtf8(program.readAllStandardError()).split('\n');
-    for (const QString &line : lines) {
-        if (!line.isEmpty() && !isToolkitsOwn(line))
-            QFAIL(qPrintable(line));
-    }
-}
-
 #ifndef Q_OS_WIN
-void StartupProcessTest::programWithAnEndlessListStored_startsAndLeavesTheFile()
+// The built executable itself, from outside.
+class StartupProcessTest : public QObject
 {
-    const QTemporaryDir home;
-    QVERIFY(QDir().mkpath(home.filePath("Velmora")));
-    const QByteArray contents = "[General]\nclock24hr=@Variant(\\0\\0\\0\\tSize)\n";
-    QFile file(home.filePath("Velmora/Velmora.conf"));
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QCOMPARE(file.write(contents), qint64(contents.size()));
-    QVERIFY(file.flush());
+    Q_OBJECT
 
-    QProcess program;
-    program.setProcessEnvironment(environmentIn(home));
+private slots:
+    void program_writesNothingToItsStreams()
+    {
+        const QTemporaryDir home;
+        QVERIFY(home.isValid());
+        QProcess program;
+        program.setProcessEnvironment(environmentIn(home));
+        program.start(VELMORA_PROGRAM, QStringList());
+        QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
+        QVERIFY(runsForAWhile(program));
+        end(program);
+        QCOMPARE(program.state(), QProcess::NotRunning);
+
+        QCOMPARE(program.readAllStandardOutput(), QByteArray());
+        const QStringList lines = QString::fromUtf8(program.readAllStandardError()).split('\n');
+        for (const QString &line : lines) {
+            if (!line.isEmpty() && !isToolkitsOwn(line))
+                QFAIL(qPrintable(line));
+        }
+    }
+
+#ifndef Q_OS_WIN // where no file can hold such a value
+
+    void programWithAnEndlessListStored_startsAndLeavesTheFile()
+    {
+        const QTemporaryDir home;
+        QVERIFY(QDir().mkpath(home.filePath("Velmora")));
+        const QByteArray contents = "[General]\nclock24hr=@Variant(\\0\\0\\0\\tSize)\n";
+        QFile file(home.filePath("Velmora/Velmora.conf"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QCOMPARE(file.write(contents), qint64(contents.size()));
+        QVERIFY(file.flush());
+
+        QProcess program;
+        program.setProcessEnvironment(environmentIn(home));
 #ifndef __SANITIZE_ADDRESS__ // which reserves terabytes, and refuses the list by itself
-    program.setChildProcessModifier([] {
-        const rlimit limit{rlim_t(16) << 30, rlim_t(16) << 30}; // less than the list asks for
-        setrlimit(RLIMIT_AS, &limit);
-    });
+        program.setChildProcessModifier([] {
+            const rlimit limit{rlim_t(16) << 30, rlim_t(16) << 30}; // less than the list asks for
+            setrlimit(RLIMIT_AS, &limit);
+        });
 #endif
-    program.start(VELMORA_PROGRAM, QStringList());
-    QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
-    QVERIFY2(runsForAWhile(program), program.readAllStandardError().constData());
-    end(program);
-    QCOMPARE(program.state(), QProcess::NotRunning);
-    QFile found(file.fileName());
-    QVERIFY(found.open(QIODevice::ReadOnly));
-    QCOMPARE(found.readAll(), contents);
-}
+        program.start(VELMORA_PROGRAM, QStringList());
+        QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
+        QVERIFY2(runsForAWhile(program), program.readAllStandardError().constData());
+        end(program);
+        QCOMPARE(program.state(), QProcess::NotRunning);
+        QFile found(file.fileName());
+        QVERIFY(found.open(QIODevice::ReadOnly));
+        QCOMPARE(found.readAll(), contents);
+    }
+
+#endif
+};
 #endif
 
 VELMORA_TEST_MAIN(StartupProcessTest)

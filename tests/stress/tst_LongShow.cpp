@@ -18,17 +18,6 @@
 #include "TestMain.h"
 #include "Usage.h"
 
-/// Two days of a conference, as fast as the event loop goes: the engine is told of every
-/// second, and everything that an operator does in between is done over and over. Memory,
-/// objects, open files and threads must be the same at the end as at the beginning.
-class LongShowTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void ticksOfTwoDays_useUpNothing();
-};
-
 namespace {
 
 constexpr int ticksAnHour = 3600;
@@ -222,58 +211,68 @@ void printGrowth(const char *what, const std::vector<Sample> &samples, double Sa
 
 } // namespace
 
-void LongShowTest::ticksOfTwoDays_useUpNothing()
+/// Two days of a conference, as fast as the event loop goes: the engine is told of every
+/// second, and everything that an operator does in between is done over and over. Memory,
+/// objects, open files and threads must be the same at the end as at the beginning.
+class LongShowTest : public QObject
 {
-    AppSettings settings = loadedSettings();
-    saveSettings(settings);
-    ControlFixture fixture(settings);
-    fixture.show();
-    fixture.engine.start();
-    Operator person(fixture);
+    Q_OBJECT
 
-    int heard = 0;
-    connect(&fixture.engine, &TimerEngine::tick, this, [&heard] { ++heard; });
-    int passed = 0;
-    QElapsedTimer time;
-    time.start();
-    std::vector<Sample> samples;
-    for (int hour = 1; hour <= hoursToShow(); ++hour) {
-        for (int i = 0; i < ticksAnHour; ++i) {
-            const int tick = (hour - 1) * ticksAnHour + i;
-            person.act(tick);
-            const int before = fixture.engine.remaining();
-            const int heardBefore = heard;
-            passSecond(fixture.engine);
-            ++passed;
-            QCOMPARE(heard, heardBefore + 1);
-            QCOMPARE(std::abs(fixture.engine.remaining() - before), 1);
-            person.passHalves(tick);
-            QCoreApplication::processEvents();
+private slots:
+    void ticksOfTwoDays_useUpNothing()
+    {
+        AppSettings settings = loadedSettings();
+        saveSettings(settings);
+        ControlFixture fixture(settings);
+        fixture.show();
+        fixture.engine.start();
+        Operator person(fixture);
+
+        int heard = 0;
+        connect(&fixture.engine, &TimerEngine::tick, this, [&heard] { ++heard; });
+        int passed = 0;
+        QElapsedTimer time;
+        time.start();
+        std::vector<Sample> samples;
+        for (int hour = 1; hour <= hoursToShow(); ++hour) {
+            for (int i = 0; i < ticksAnHour; ++i) {
+                const int tick = (hour - 1) * ticksAnHour + i;
+                person.act(tick);
+                const int before = fixture.engine.remaining();
+                const int heardBefore = heard;
+                passSecond(fixture.engine);
+                ++passed;
+                QCOMPARE(heard, heardBefore + 1);
+                QCOMPARE(std::abs(fixture.engine.remaining() - before), 1);
+                person.passHalves(tick);
+                QCoreApplication::processEvents();
+            }
+            person.settle();
+            samples.push_back({double(hour), usage::residentKiB(), usage::heapKiB(),
+                               usage::objects(), usage::openFiles(), usage::threads()});
         }
-        person.settle();
-        samples.push_back({double(hour), usage::residentKiB(), usage::heapKiB(), usage::objects(),
-                           usage::openFiles(), usage::threads()});
+        qInfo("%d ticks (%d hours) in %.0f s: %s", passed, hoursToShow(),
+              double(time.elapsed()) / 1000, qPrintable(person.summary()));
+        printGrowth("Resident memory", samples, &Sample::residentKiB);
+        printGrowth("Heap in use", samples, &Sample::heapKiB);
+        const Sample &first = samples[std::min(samples.size() - 1, std::size_t(warmUpHours))];
+        const Sample &last = samples.back();
+        qInfo(
+            "Objects %d and %d, open files %d and %d, threads %d and %d (hour %.0f and hour %.0f)",
+            first.objects, last.objects, first.files, last.files, first.threads, last.threads,
+            first.hour, last.hour);
+        QCOMPARE(last.objects, first.objects);
+        QCOMPARE(last.files, first.files);
+        QCOMPARE(last.threads, first.threads);
+        const double heap = last.heapKiB - first.heapKiB;
+        const double allowed = heapOfAShowKiB + heapOfAnHourKiB * (last.hour - first.hour)
+            + heapOfADialogKiB * person.dialogsOpened();
+        QVERIFY2(heap < allowed, qPrintable(QString("The heap has grown by %1 KiB").arg(heap)));
+        const double resident = last.residentKiB - first.residentKiB;
+        QVERIFY2(resident < residentOfAShowKiB,
+                 qPrintable(QString("Resident memory has grown by %1 KiB").arg(resident)));
     }
-    qInfo("%d ticks (%d hours) in %.0f s: %s", passed, hoursToShow(), double(time.elapsed()) / 1000,
-          qPrintable(person.summary()));
-    printGrowth("Resident memory", samples, &Sample::residentKiB);
-    printGrowth("Heap in use", samples, &Sample::heapKiB);
-    const Sample &first = samples[std::min(samples.size() - 1, std::size_t(warmUpHours))];
-    const Sample &last = samples.back();
-    qInfo("Objects %d and %d, open files %d and %d, threads %d and %d (hour %.0f and hour %.0f)",
-          first.objects, last.objects, first.files, last.files, first.threads, last.threads,
-          first.hour, last.hour);
-    QCOMPARE(last.objects, first.objects);
-    QCOMPARE(last.files, first.files);
-    QCOMPARE(last.threads, first.threads);
-    const double heap = last.heapKiB - first.heapKiB;
-    const double allowed = heapOfAShowKiB + heapOfAnHourKiB * (last.hour - first.hour)
-        + heapOfADialogKiB * person.dialogsOpened();
-    QVERIFY2(heap < allowed, qPrintable(QString("The heap has grown by %1 KiB").arg(heap)));
-    const double resident = last.residentKiB - first.residentKiB;
-    QVERIFY2(resident < residentOfAShowKiB,
-             qPrintable(QString("Resident memory has grown by %1 KiB").arg(resident)));
-}
+};
 
 VELMORA_TEST_MAIN(LongShowTest, twoScreens())
 #include "tst_LongShow.moc"

@@ -11,35 +11,6 @@
 #include "Store.h"
 #include "TestMain.h"
 
-/// A store that cannot be written while the program runs: the disk is full, or read-only. What
-/// is changed stays in the running program, the old store stays whole, and the next save that
-/// can be written brings everything.
-class StoreFaultsTest : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit StoreFaultsTest(const QString &noMounts)
-        : noMounts(noMounts)
-    {
-    }
-
-private slots:
-    void init();
-    void cleanup();
-    void fullDisk_losesNothing_data();
-    void fullDisk_losesNothing();
-    void fullDiskWithoutAStore_losesNothing();
-    void readOnlyStore_losesNothing();
-
-private:
-    QString storeDirectory() const { return QFileInfo(storeFilePath()).path(); }
-    QString fillerPath() const { return storeDirectory() + "/filler"; }
-    void fillDisk(qint64 bytesLeft) const;
-
-    QString noMounts;
-};
-
 namespace {
 
 constexpr qint64 page = 4096;
@@ -69,90 +40,108 @@ void verifyGoesOn(ControlFixture &fixture)
 
 } // namespace
 
-void StoreFaultsTest::init()
+/// A store that cannot be written while the program runs: the disk is full, or read-only. What
+/// is changed stays in the running program, the old store stays whole, and the next save that
+/// can be written brings everything.
+class StoreFaultsTest : public QObject
 {
-    if (!noMounts.isEmpty())
-        QSKIP(qPrintable("Not tried: " + noMounts));
-    QVERIFY(QDir().mkpath(storeDirectory()));
-    QVERIFY(mounts::mountSmall(storeDirectory(), "1m"));
-}
+    Q_OBJECT
 
-void StoreFaultsTest::cleanup()
-{
-    mounts::unmount(storeDirectory());
-}
+public:
+    explicit StoreFaultsTest(const QString &noMounts)
+        : noMounts(noMounts)
+    {
+    }
 
-void StoreFaultsTest::fillDisk(qint64 bytesLeft) const
-{
-    QFile filler(fillerPath());
-    QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    while (filler.write(QByteArray(page, 'x')) == page) { }
-    QVERIFY(filler.resize(filler.size() / page * page - bytesLeft));
-}
+private slots:
+    void init()
+    {
+        if (!noMounts.isEmpty())
+            QSKIP(qPrintable("Not tried: " + noMounts));
+        QVERIFY(QDir().mkpath(storeDirectory()));
+        QVERIFY(mounts::mountSmall(storeDirectory(), "1m"));
+    }
 
-void StoreFaultsTest::fullDisk_losesNothing_data()
-{
-    QTest::addColumn<qint64>("bytesLeft");
-    QTest::newRow("not a byte is left") << qint64(0);
-    QTest::newRow("there is room for the lock and a part of the store") << 8 * page;
-}
+    void cleanup() { mounts::unmount(storeDirectory()); }
 
-void StoreFaultsTest::fullDisk_losesNothing()
-{
-    QFETCH(qint64, bytesLeft);
-    AppSettings record = unusualRecord();
-    record.presets.clear();
-    for (int i = 1; i <= 9000; ++i)
-        record.presets.append(10'000 + i);
-    record.soundEnabled = false;
-    saveSettings(record);
-    const QByteArray before = storeBytes();
-    QVERIFY(before.size() > 20 * page);
-    fillDisk(bytesLeft);
+    void fullDisk_losesNothing_data()
+    {
+        QTest::addColumn<qint64>("bytesLeft");
+        QTest::newRow("not a byte is left") << qint64(0);
+        QTest::newRow("there is room for the lock and a part of the store") << 8 * page;
+    }
 
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    change(fixture);
-    QCOMPARE(storeBytes(), before);
-    verifyGoesOn(fixture);
+    void fullDisk_losesNothing()
+    {
+        QFETCH(qint64, bytesLeft);
+        AppSettings record = unusualRecord();
+        record.presets.clear();
+        for (int i = 1; i <= 9000; ++i)
+            record.presets.append(10'000 + i);
+        record.soundEnabled = false;
+        saveSettings(record);
+        const QByteArray before = storeBytes();
+        QVERIFY(before.size() > 20 * page);
+        fillDisk(bytesLeft);
 
-    QVERIFY(QFile::remove(fillerPath()));
-    saveSettings(fixture.settings);
-    QCOMPARE(storedLines(), fieldLines(fixture.settings));
-}
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        change(fixture);
+        QCOMPARE(storeBytes(), before);
+        verifyGoesOn(fixture);
 
-void StoreFaultsTest::fullDiskWithoutAStore_losesNothing()
-{
-    fillDisk(0);
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    change(fixture);
-    QCOMPARE(storeBytes(), QByteArray());
-    verifyGoesOn(fixture);
+        QVERIFY(QFile::remove(fillerPath()));
+        saveSettings(fixture.settings);
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
+    }
 
-    QVERIFY(QFile::remove(fillerPath()));
-    saveSettings(fixture.settings);
-    QCOMPARE(storedLines(), fieldLines(fixture.settings));
-}
+    void fullDiskWithoutAStore_losesNothing()
+    {
+        fillDisk(0);
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        change(fixture);
+        QCOMPARE(storeBytes(), QByteArray());
+        verifyGoesOn(fixture);
 
-void StoreFaultsTest::readOnlyStore_losesNothing()
-{
-    AppSettings record = unusualRecord();
-    record.soundEnabled = false;
-    saveSettings(record);
-    const QByteArray before = storeBytes();
-    QVERIFY(mounts::setReadOnly(storeDirectory(), true));
+        QVERIFY(QFile::remove(fillerPath()));
+        saveSettings(fixture.settings);
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
+    }
 
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    change(fixture);
-    QCOMPARE(storeBytes(), before);
-    verifyGoesOn(fixture);
+    void readOnlyStore_losesNothing()
+    {
+        AppSettings record = unusualRecord();
+        record.soundEnabled = false;
+        saveSettings(record);
+        const QByteArray before = storeBytes();
+        QVERIFY(mounts::setReadOnly(storeDirectory(), true));
 
-    QVERIFY(mounts::setReadOnly(storeDirectory(), false));
-    saveSettings(fixture.settings);
-    QCOMPARE(storedLines(), fieldLines(fixture.settings));
-}
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        change(fixture);
+        QCOMPARE(storeBytes(), before);
+        verifyGoesOn(fixture);
+
+        QVERIFY(mounts::setReadOnly(storeDirectory(), false));
+        saveSettings(fixture.settings);
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
+    }
+
+private:
+    QString storeDirectory() const { return QFileInfo(storeFilePath()).path(); }
+    QString fillerPath() const { return storeDirectory() + "/filler"; }
+
+    void fillDisk(qint64 bytesLeft) const
+    {
+        QFile filler(fillerPath());
+        QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        while (filler.write(QByteArray(page, 'x')) == page) { }
+        QVERIFY(filler.resize(filler.size() / page * page - bytesLeft));
+    }
+
+    QString noMounts;
+};
 
 int main(int argc, char *argv[])
 {

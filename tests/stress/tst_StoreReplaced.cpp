@@ -14,20 +14,6 @@
 using Damage = std::function<void(const QString &path)>;
 Q_DECLARE_METATYPE(Damage)
 
-/// The file of the settings is exchanged or lost while the program runs, and then a change is
-/// saved. What the running program holds wins, field by field; what it does not know stays.
-class StoreReplacedTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void replaced_isOverruledByTheNextSave_data();
-    void replaced_isOverruledByTheNextSave();
-    void replaced_keepsWhatTheProgramDoesNotKnow();
-    void replacedByADirectory_isLeftAlone();
-};
-
 namespace {
 
 /// A preset is added, which is saved at once.
@@ -61,68 +47,77 @@ const Damage linkElsewhere = [](const QString &path) {
 
 } // namespace
 
-void StoreReplacedTest::init()
+/// The file of the settings is exchanged or lost while the program runs, and then a change is
+/// saved. What the running program holds wins, field by field; what it does not know stays.
+class StoreReplacedTest : public QObject
 {
-    QDir(storeFilePath()).removeRecursively();
-    removeStore();
-    AppSettings record = unusualRecord();
-    record.soundEnabled = false;
-    saveSettings(record);
-}
+    Q_OBJECT
 
-void StoreReplacedTest::replaced_isOverruledByTheNextSave_data()
-{
-    QTest::addColumn<Damage>("damage");
-    QTest::newRow("another record") << anotherRecord;
-    QTest::newRow("garbage") << garbage;
-    QTest::newRow("no file") << nothing;
-    QTest::newRow("no directory") << nothingAndNoDirectory;
-    QTest::newRow("an empty file") << emptyFile;
-    QTest::newRow("a link to a file elsewhere") << linkElsewhere;
-}
+private slots:
+    void init()
+    {
+        QDir(storeFilePath()).removeRecursively();
+        removeStore();
+        AppSettings record = unusualRecord();
+        record.soundEnabled = false;
+        saveSettings(record);
+    }
 
-void StoreReplacedTest::replaced_isOverruledByTheNextSave()
-{
-    QFETCH(Damage, damage);
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    QStringList wanted = fieldLines(fixture.settings);
-    damage(storeFilePath());
-    QCOMPARE(fieldLines(fixture.settings), wanted);
+    void replaced_isOverruledByTheNextSave_data()
+    {
+        QTest::addColumn<Damage>("damage");
+        QTest::newRow("another record") << anotherRecord;
+        QTest::newRow("garbage") << garbage;
+        QTest::newRow("no file") << nothing;
+        QTest::newRow("no directory") << nothingAndNoDirectory;
+        QTest::newRow("an empty file") << emptyFile;
+        QTest::newRow("a link to a file elsewhere") << linkElsewhere;
+    }
 
-    change(fixture);
-    wanted = fieldLines(fixture.settings);
-    QCOMPARE(fixture.settings.presets, QList<int>({45, 90, 45, 77 * 60 + 7}));
-    QCOMPARE(storedLines(), wanted);
-    const QString target = QFile::symLinkTarget(storeFilePath());
-    if (!target.isEmpty())
-        QVERIFY(QFile::remove(target));
-}
+    void replaced_isOverruledByTheNextSave()
+    {
+        QFETCH(Damage, damage);
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        QStringList wanted = fieldLines(fixture.settings);
+        damage(storeFilePath());
+        QCOMPARE(fieldLines(fixture.settings), wanted);
 
-void StoreReplacedTest::replaced_keepsWhatTheProgramDoesNotKnow()
-{
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    writeStoreBytes("[General]\nfromElsewhere=kept\ntimerFontSize=222\n");
-    change(fixture);
-    QCOMPARE(storedLines(), fieldLines(fixture.settings));
-    QCOMPARE(QSettings("Velmora", "Velmora").value("fromElsewhere").toString(), QString("kept"));
-}
+        change(fixture);
+        wanted = fieldLines(fixture.settings);
+        QCOMPARE(fixture.settings.presets, QList<int>({45, 90, 45, 77 * 60 + 7}));
+        QCOMPARE(storedLines(), wanted);
+        const QString target = QFile::symLinkTarget(storeFilePath());
+        if (!target.isEmpty())
+            QVERIFY(QFile::remove(target));
+    }
 
-void StoreReplacedTest::replacedByADirectory_isLeftAlone()
-{
-    ControlFixture fixture(loadedSettings());
-    fixture.show();
-    QVERIFY(QFile::remove(storeFilePath()));
-    QVERIFY(QDir().mkpath(storeFilePath()));
-    change(fixture);
-    QVERIFY(QFileInfo(storeFilePath()).isDir());
-    QCOMPARE(fixture.settings.presets, QList<int>({45, 90, 45, 77 * 60 + 7}));
+    void replaced_keepsWhatTheProgramDoesNotKnow()
+    {
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        writeStoreBytes("[General]\nfromElsewhere=kept\ntimerFontSize=222\n");
+        change(fixture);
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
+        QCOMPARE(QSettings("Velmora", "Velmora").value("fromElsewhere").toString(),
+                 QString("kept"));
+    }
 
-    QVERIFY(QDir().rmdir(storeFilePath()));
-    saveSettings(fixture.settings);
-    QCOMPARE(storedLines(), fieldLines(fixture.settings));
-}
+    void replacedByADirectory_isLeftAlone()
+    {
+        ControlFixture fixture(loadedSettings());
+        fixture.show();
+        QVERIFY(QFile::remove(storeFilePath()));
+        QVERIFY(QDir().mkpath(storeFilePath()));
+        change(fixture);
+        QVERIFY(QFileInfo(storeFilePath()).isDir());
+        QCOMPARE(fixture.settings.presets, QList<int>({45, 90, 45, 77 * 60 + 7}));
+
+        QVERIFY(QDir().rmdir(storeFilePath()));
+        saveSettings(fixture.settings);
+        QCOMPARE(storedLines(), fieldLines(fixture.settings));
+    }
+};
 
 VELMORA_TEST_MAIN(StoreReplacedTest)
 #include "tst_StoreReplaced.moc"

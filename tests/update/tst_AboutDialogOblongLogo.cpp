@@ -11,14 +11,12 @@ class AboutDialogOblongLogoTest : public QObject
     Q_OBJECT
 
 private slots:
-    void oblongLogo_keepsItsShape();
+    void oblongLogo_keepsItsShape()
+    {
+        const AboutDialog dialog;
+        QCOMPARE(AboutCard(dialog).logo()->pixmap().size(), QSize(64, 32));
+    }
 };
-
-void AboutDialogOblongLogoTest::oblongLogo_keepsItsShape()
-{
-    const AboutDialog dialog;
-    QCOMPARE(AboutCard(dialog).logo()->pixmap().size(), QSize(64, 32));
-}
 
 VELMORA_TEST_MAIN(AboutDialogOblongLogoTest)
 #include "tst_AboutDialogOblongLogo.moc"
