@@ -93,6 +93,13 @@ class ButtonLabelsTest : public QObject
     Q_OBJECT
 
 private slots:
+    // At other scales than asked for, this would prove nothing.
+    void initTestCase()
+    {
+        QCOMPARE(qApp->devicePixelRatio(),
+                 qEnvironmentVariable("VELMORA_TEST_SCALE", "1").toDouble());
+    }
+
     void init() { removeStore(); }
 
     void controlWindow_showsEveryLabelWhole()

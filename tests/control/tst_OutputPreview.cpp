@@ -30,6 +30,12 @@ class OutputPreviewTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        QCOMPARE(qApp->devicePixelRatio(),
+                 qEnvironmentVariable("VELMORA_TEST_SCALE", "1").toDouble());
+    }
+
     void click_whileTheOutputIsHidden_doesNothing()
     {
         ControlFixture fixture;
