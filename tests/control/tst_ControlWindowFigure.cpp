@@ -5,32 +5,73 @@
 
 namespace {
 
-const QString hiddenStyle = QStringLiteral(
-    "color:transparent;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
-const QString criticalStyle = QStringLiteral(
-    "color:#ff2200;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
-const QString warningStyle = QStringLiteral(
-    "color:#ff8800;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
-const QString normalStyle = QStringLiteral(
-    "color:#00cc00;font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;");
+QString figureStyle(const QString &color)
+{
+    return "color:" + color
+        + ";font-size:48px;font-weight:bold;font-family:monospace;padding:4px 16px;";
+}
+
+const QString hiddenStyle = figureStyle("transparent");
+const QString criticalStyle = figureStyle("#ff2200");
+const QString warningStyle = figureStyle("#ff8800");
+const QString normalStyle = figureStyle("#00cc00");
 
 } // namespace
 
-// The preview figure's own blink, which is not the Output window's.
-class ControlWindowBlinkTest : public QObject
+/// The window's large figure and its blink, which is not the Output window's.
+class ControlWindowFigureTest : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void construction_showsTheEnginesCount()
+    {
+        const ControlFixture fixture(recordWith(&AppSettings::defaultDuration, 45));
+        QCOMPARE(fixture.figure()->text(), "00:45");
+        QCOMPARE(fixture.figure()->styleSheet(), warningStyle);
+    }
+
+    void tick_showsTheCountInItsColor_data()
+    {
+        QTest::addColumn<int>("threshold");
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<bool>("countUp");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("style");
+        QTest::newRow("above the threshold") << 60 << 61 << false << "01:01" << normalStyle;
+        QTest::newRow("at the threshold") << 60 << 60 << false << "01:00" << warningStyle;
+        QTest::newRow("last second") << 60 << 1 << false << "00:01" << warningStyle;
+        QTest::newRow("zero") << 60 << 0 << false << "00:00" << criticalStyle;
+        QTest::newRow("overtime") << 60 << -754 << false << "-12:34" << criticalStyle;
+        QTest::newRow("above another threshold") << 10 << 11 << false << "00:11" << normalStyle;
+        QTest::newRow("at another threshold") << 10 << 10 << false << "00:10" << warningStyle;
+        QTest::newRow("up, at the threshold") << 60 << 60 << true << "01:00" << normalStyle;
+        QTest::newRow("up, zero") << 60 << 0 << true << "00:00" << normalStyle;
+        QTest::newRow("up, overtime") << 60 << -754 << true << "-12:34" << normalStyle;
+    }
+
+    void tick_showsTheCountInItsColor()
+    {
+        QFETCH(int, threshold);
+        QFETCH(int, seconds);
+        QFETCH(bool, countUp);
+        ControlFixture fixture;
+        fixture.settings.warningThreshold = threshold; // the record is read as it is
+        fixture.engine.setCountUp(countUp);
+        fixture.window->onTimerTick(seconds);
+        QTEST(fixture.figure()->text(), "text");
+        QTEST(fixture.figure()->styleSheet(), "style");
+    }
+
     void timers_areReadyAtStart()
     {
         const ControlFixture fixture;
+        for (const QTimer *timer : {fixture.previewTimer(), fixture.blinkTimer()}) {
+            QCOMPARE(timer->interval(), 500);
+            QVERIFY(!timer->isSingleShot());
+        }
         QVERIFY(fixture.previewTimer()->isActive());
-        QCOMPARE(fixture.previewTimer()->interval(), 500);
-        QVERIFY(!fixture.previewTimer()->isSingleShot());
         QVERIFY(!fixture.blinkTimer()->isActive());
-        QCOMPARE(fixture.blinkTimer()->interval(), 500);
-        QVERIFY(!fixture.blinkTimer()->isSingleShot());
     }
 
     void tick_startsOrEndsTheBlink_data()
@@ -78,20 +119,10 @@ private slots:
 
     void zeroAtStart_blinksFromTheStart()
     {
-        AppSettings record;
-        record.defaultDuration = 0;
-        const ControlFixture fixture(record);
+        const ControlFixture fixture(recordWith(&AppSettings::defaultDuration, 0));
         QVERIFY(fixture.blinkTimer()->isActive());
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
-        QCOMPARE(fixture.figure()->styleSheet(), criticalStyle);
-    }
-
-    void start_showsTheFigureFirst()
-    {
-        ControlFixture fixture;
-        fixture.engine.setDuration(0);
         QCOMPARE(fixture.blinkTimer()->interval(), 500);
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
+        QCOMPARE(fixture.figure()->text(), "00:00");
         QCOMPARE(fixture.figure()->styleSheet(), criticalStyle);
     }
 
@@ -99,73 +130,30 @@ private slots:
     {
         ControlFixture fixture;
         fixture.engine.setDuration(0);
-        QStringList styles;
-        for (int i = 0; i < 4; ++i) {
+        QStringList styles{fixture.figure()->styleSheet()};
+        for (int i = 0; i < 3; ++i) {
             runOut(fixture.blinkTimer());
             styles.append(fixture.figure()->styleSheet());
         }
-        QCOMPARE(styles, QStringList({hiddenStyle, criticalStyle, hiddenStyle, criticalStyle}));
+        QCOMPARE(styles, QStringList({criticalStyle, hiddenStyle, criticalStyle, hiddenStyle}));
     }
 
-    void blink_passesEveryHalfSecond()
-    {
-        ControlFixture fixture;
-        fixture.engine.setDuration(0);
-        QTRY_COMPARE_WITH_TIMEOUT(fixture.figure()->styleSheet(), hiddenStyle, 2000);
-        QTRY_COMPARE_WITH_TIMEOUT(fixture.figure()->styleSheet(), criticalStyle, 2000);
-    }
-
-    void hiddenPhase_keepsTheText()
+    // A second zero finds the blink running and does not begin it again.
+    void hiddenPhase_leavesTheLabelUntilItsReturn()
     {
         ControlFixture fixture;
         fixture.engine.setDuration(0);
         runOut(fixture.blinkTimer());
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
-    }
-
-    void hiddenPhase_leavesTheLabelAtATick()
-    {
-        ControlFixture fixture;
         fixture.engine.setDuration(0);
-        runOut(fixture.blinkTimer());
+        QCOMPARE(fixture.figure()->styleSheet(), hiddenStyle);
         passSecond(fixture.engine);
         QCOMPARE(fixture.engine.remaining(), -1);
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("00:00"));
+        QCOMPARE(fixture.figure()->text(), "00:00");
         QCOMPARE(fixture.figure()->styleSheet(), hiddenStyle);
-    }
-
-    // A second zero finds the blink running and does not begin it anew.
-    void hiddenPhase_leavesTheLabelAtZero()
-    {
-        ControlFixture fixture;
-        fixture.engine.setDuration(0);
         runOut(fixture.blinkTimer());
-        fixture.engine.setDuration(0);
-        QCOMPARE(fixture.figure()->styleSheet(), hiddenStyle);
-    }
-
-    void return_showsTheEnginesCount()
-    {
-        ControlFixture fixture;
-        fixture.engine.setDuration(0);
-        runOut(fixture.blinkTimer());
-        passSecond(fixture.engine);
-        runOut(fixture.blinkTimer());
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("-00:01"));
+        QCOMPARE(fixture.figure()->text(), "-00:01");
         QCOMPARE(fixture.figure()->styleSheet(), criticalStyle);
         QVERIFY(fixture.blinkTimer()->isActive());
-    }
-
-    // The direction is read when the figure is drawn.
-    void return_endsABlinkThatIsOver()
-    {
-        ControlFixture fixture;
-        fixture.engine.setDuration(0);
-        runOut(fixture.blinkTimer());
-        fixture.engine.setCountUp(true);
-        runOut(fixture.blinkTimer());
-        QVERIFY(!fixture.blinkTimer()->isActive());
-        QCOMPARE(fixture.figure()->styleSheet(), normalStyle);
     }
 
     void end_showsAHiddenFigure_data()
@@ -205,20 +193,19 @@ private slots:
         QCOMPARE(fixture.figure()->styleSheet(), hiddenStyle);
     }
 
-    void overtime_goesOnBlinking()
+    void overtimeAndPause_goOnBlinking()
     {
-        AppSettings record;
-        record.defaultDuration = 1;
-        ControlFixture fixture(record);
+        ControlFixture fixture(recordWith(&AppSettings::defaultDuration, 1));
         fixture.engine.start();
         for (int i = 0; i < 4; ++i)
             passSecond(fixture.engine);
-        QCOMPARE(fixture.figure()->text(), QStringLiteral("-00:03"));
+        fixture.engine.pause();
+        QCOMPARE(fixture.figure()->text(), "-00:03");
         QVERIFY(fixture.blinkTimer()->isActive());
     }
 
     // Unlike in the Output window. The next drawing of the figure ends it.
-    void directionChange_doesNotEndTheBlink()
+    void directionChange_endsTheBlinkWithTheNextDrawingOnly()
     {
         ControlFixture fixture;
         fixture.engine.setDuration(0);
@@ -226,58 +213,34 @@ private slots:
         fixture.button("▲  Count Up")->click();
         QVERIFY(fixture.blinkTimer()->isActive());
         QCOMPARE(fixture.figure()->styleSheet(), hiddenStyle);
+        runOut(fixture.blinkTimer());
+        QVERIFY(!fixture.blinkTimer()->isActive());
+        QCOMPARE(fixture.figure()->styleSheet(), normalStyle);
     }
 
-    void blinkSetting_switchedOffWhileRunning_doesNotEndIt()
+    void blinkSetting_switchedOffWhileBlinking_doesNotEndIt()
     {
         ControlFixture fixture;
         fixture.engine.setDuration(0);
         fixture.settings.blinkEnabled = false;
         fixture.window->onSettingsChanged();
-        QVERIFY(fixture.blinkTimer()->isActive());
         runOut(fixture.blinkTimer());
         runOut(fixture.blinkTimer());
         QVERIFY(fixture.blinkTimer()->isActive());
         QCOMPARE(fixture.figure()->styleSheet(), criticalStyle);
     }
 
-    void blinkSetting_switchedOnInOvertime_doesNotStartIt()
+    // The Output window waits for the next zero instead.
+    void blinkSetting_switchedOn_startsItWithARedrawOfZero()
     {
-        AppSettings record;
-        record.blinkEnabled = false;
-        ControlFixture fixture(record);
+        ControlFixture fixture(recordWith(&AppSettings::blinkEnabled, false));
         fixture.engine.setDuration(0);
-        passSecond(fixture.engine);
+        QVERIFY(!fixture.blinkTimer()->isActive());
         fixture.settings.blinkEnabled = true;
         fixture.window->onSettingsChanged();
-        passSecond(fixture.engine);
-        QVERIFY(!fixture.blinkTimer()->isActive());
-    }
-
-    // The Output window waits for the next zero instead.
-    void blinkSetting_switchedOnAtZero_startsWithTheRedraw()
-    {
-        AppSettings record;
-        record.blinkEnabled = false;
-        ControlFixture fixture(record);
-        fixture.engine.setDuration(0);
-        QVERIFY(!fixture.blinkTimer()->isActive());
-        fixture.settings.blinkEnabled = true;
-        fixture.window->onSettingsChanged(); // redraws the zero
-        QVERIFY(fixture.blinkTimer()->isActive());
-    }
-
-    void pause_doesNotEndTheBlink()
-    {
-        AppSettings record;
-        record.defaultDuration = 1;
-        ControlFixture fixture(record);
-        fixture.engine.start();
-        passSecond(fixture.engine);
-        fixture.engine.pause();
         QVERIFY(fixture.blinkTimer()->isActive());
     }
 };
 
-VELMORA_TEST_MAIN(ControlWindowBlinkTest)
-#include "tst_ControlWindowBlink.moc"
+VELMORA_TEST_MAIN(ControlWindowFigureTest)
+#include "tst_ControlWindowFigure.moc"
