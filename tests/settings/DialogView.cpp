@@ -52,13 +52,13 @@ Widget *shortcutCell(const QWidget &page, int row, int column)
 } // namespace
 
 DialogView::DialogView(QDialog &dialog)
-    : dialog(dialog)
+    : window(dialog)
 {
 }
 
 QTabWidget *DialogView::tabs() const
 {
-    return dialog.findChild<QTabWidget *>();
+    return window.findChild<QTabWidget *>();
 }
 
 QWidget *DialogView::page(const QString &title) const
@@ -73,61 +73,59 @@ QWidget *DialogView::page(const QString &title) const
 
 QWidget *DialogView::showPage(const QString &title) const
 {
-    QWidget *wanted = page(title);
-    tabs()->setCurrentWidget(wanted);
-    return wanted;
+    tabs()->setCurrentWidget(page(title));
+    return tabs()->currentWidget();
 }
 
 QPushButton *DialogView::okButton() const
 {
-    return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+    return window.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
 }
 
 QPushButton *DialogView::cancelButton() const
 {
-    return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel);
+    return window.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel);
 }
 
 QRadioButton *DialogView::radio(const QString &text) const
 {
-    return findByText<QRadioButton>(dialog, text);
+    return findByText<QRadioButton>(window, text);
 }
 
 QCheckBox *DialogView::checkBox(const QString &text) const
 {
-    return findByText<QCheckBox>(dialog, text);
+    return findByText<QCheckBox>(window, text);
 }
 
 QPushButton *DialogView::colorButton(const QString &rowLabel) const
 {
-    return qobject_cast<QPushButton *>(formField(*page(QStringLiteral("Colors")), rowLabel));
+    return qobject_cast<QPushButton *>(formField(*page("Colors"), rowLabel));
 }
 
 QPushButton *DialogView::browseButton() const
 {
-    return findByText<QPushButton>(*page(QStringLiteral("Colors")), QStringLiteral("Browse…"));
+    return findByText<QPushButton>(*page("Colors"), "Browse…");
 }
 
 QPushButton *DialogView::clearImageButton() const
 {
-    return findByText<QPushButton>(*page(QStringLiteral("Colors")), QStringLiteral("Clear"));
+    return findByText<QPushButton>(*page("Colors"), "Clear");
 }
 
 QLabel *DialogView::imageFileLabel() const
 {
-    const QWidget *row = browseButton()->parentWidget();
-    return row->findChild<QLabel *>();
+    return browseButton()->parentWidget()->findChild<QLabel *>();
 }
 
 QSpinBox *DialogView::fontSize(const QString &rowLabel) const
 {
-    const QWidget *field = formField(*page(QStringLiteral("Fonts")), rowLabel);
+    const QWidget *field = formField(*page("Fonts"), rowLabel);
     return field ? field->findChild<QSpinBox *>() : nullptr;
 }
 
 QList<QSpinBox *> DialogView::spinBoxesUnder(const QString &header) const
 {
-    const QLayout *column = page(QStringLiteral("Timer"))->layout();
+    const QLayout *column = page("Timer")->layout();
     QList<QSpinBox *> found;
     bool inside = false;
     for (int i = 0; i < column->count(); ++i) {
@@ -141,37 +139,53 @@ QList<QSpinBox *> DialogView::spinBoxesUnder(const QString &header) const
 
 QListWidget *DialogView::presets() const
 {
-    return dialog.findChild<QListWidget *>();
+    return window.findChild<QListWidget *>();
+}
+
+QStringList DialogView::presetLabels() const
+{
+    QStringList labels;
+    for (int row = 0; row < presets()->count(); ++row)
+        labels << presets()->item(row)->text();
+    return labels;
+}
+
+QList<int> DialogView::presetSeconds() const
+{
+    QList<int> seconds;
+    for (int row = 0; row < presets()->count(); ++row)
+        seconds << presets()->item(row)->data(Qt::UserRole).toInt();
+    return seconds;
 }
 
 QPushButton *DialogView::presetButton(const QString &text) const
 {
-    return findByText<QPushButton>(*page(QStringLiteral("Timer")), text);
+    return findByText<QPushButton>(*page("Timer"), text);
 }
 
 QLabel *DialogView::keyLabel(int row) const
 {
-    return shortcutCell<QLabel>(*page(QStringLiteral("Shortcuts")), row, 1);
+    return shortcutCell<QLabel>(*page("Shortcuts"), row, 1);
 }
 
 QPushButton *DialogView::setKeyButton(int row) const
 {
-    return shortcutCell<QPushButton>(*page(QStringLiteral("Shortcuts")), row, 2);
+    return shortcutCell<QPushButton>(*page("Shortcuts"), row, 2);
 }
 
 QPushButton *DialogView::clearKeyButton(int row) const
 {
-    return shortcutCell<QPushButton>(*page(QStringLiteral("Shortcuts")), row, 3);
+    return shortcutCell<QPushButton>(*page("Shortcuts"), row, 3);
 }
 
 QPushButton *DialogView::resetKeysButton() const
 {
-    return findByText<QPushButton>(dialog, QStringLiteral("Reset All to Defaults"));
+    return findByText<QPushButton>(window, "Reset All to Defaults");
 }
 
 void DialogView::pick(const QString &rowLabel, const QColor &color) const
 {
-    const ModalScript<QColorDialog> person([&color](QColorDialog &colors) {
+    const ModalScript<QColorDialog> user([&color](QColorDialog &colors) {
         colors.setCurrentColor(color);
         press(colors, QDialogButtonBox::Ok);
     });

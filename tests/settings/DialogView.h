@@ -14,7 +14,7 @@ class QSpinBox;
 class QTabWidget;
 class QWidget;
 
-/// The settings dialog as a person finds it: by tab titles, row labels and button texts.
+/// The settings dialog as the user finds it: by tab titles, row labels and button texts.
 /// What is not there is null.
 class DialogView
 {
@@ -41,6 +41,8 @@ public:
     /// next one, from left to right.
     QList<QSpinBox *> spinBoxesUnder(const QString &header) const;
     QListWidget *presets() const;
+    QStringList presetLabels() const;
+    QList<int> presetSeconds() const;
     QPushButton *presetButton(const QString &text) const;
 
     QLabel *keyLabel(int row) const;
@@ -52,5 +54,5 @@ public:
     void pick(const QString &rowLabel, const QColor &color) const;
 
 private:
-    QDialog &dialog;
+    QDialog &window;
 };

@@ -10,8 +10,8 @@
 #include <QPushButton>
 #include <QTimer>
 
-/// A person who waits for a modal dialog of the type and then plays the script in it,
-/// while whoever opened the dialog is inside its exec(). Lives in the test function; a
+/// A user who waits for a modal dialog of the type and then plays the script in it,
+/// while the opener of the dialog is inside its exec(). Lives in the test function; a
 /// dialog that the script leaves open is rejected, so that a failed check blocks nothing.
 template<typename Dialog>
 class ModalScript
@@ -45,12 +45,12 @@ private:
     bool played = false;
 };
 
-/// Runs @p dialog modally, as the program does, with @p script as the person in front of
+/// Runs @p dialog modally, as the program does, with @p script as the user in front of
 /// it. Returns what exec() returns.
 template<typename Dialog>
 int execWith(Dialog &dialog, const std::function<void()> &script)
 {
-    const ModalScript<Dialog> person([&script](Dialog &) { script(); });
+    const ModalScript<Dialog> user([&script](Dialog &) { script(); });
     return dialog.exec();
 }
 

@@ -2,57 +2,29 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTest>
 
 #include "Accessible.h"
-#include "AppSettings.h"
-#include "DialogView.h"
-#include "Modal.h"
-#include "SettingsDialog.h"
+#include "Editor.h"
 #include "StyleSheet.h"
 #include "TestMain.h"
 
 namespace {
 
-const QStringList pageTitles{"Clock", "Colors", "Fonts", "Timer", "Shortcuts"};
-
-// The dialog as a person opens it, with one of its pages in front.
-struct Opened
+/// The dialog as the user opens it, with one of its pages in front.
+struct Opened : Editor
 {
     explicit Opened(const QString &title, const AppSettings &start = {})
-        : record(start)
-        , dialog(&record)
+        : Editor(start)
     {
-        view().showPage(title);
+        showPage(title);
         dialog.show();
     }
-    DialogView view() { return DialogView(dialog); }
-
-    AppSettings record;
-    SettingsDialog dialog;
+    QString keyName(int row) const { return keyLabel(row)->accessibleName(); }
+    QString buttonName(int row) const { return setKeyButton(row)->accessibleName(); }
 };
 
-void addPages()
-{
-    QTest::addColumn<QString>("page");
-    for (const QString &title : pageTitles)
-        QTest::newRow(qPrintable(title)) << title;
-}
-
-// What stands on no page: under the pages, but behind them in the tree, their tabs.
-QStringList withFrame(QStringList page, const QString &title)
-{
-    page.append("tabs " + title);
-    for (const QString &tab : pageTitles)
-        page.append("tab " + tab);
-    return page + QStringList{"button OK", "button Cancel", "button Check for Updates"};
-}
-
-QString nameOf(const QWidget *widget)
-{
-    return widget->accessibleName();
-}
+using Step = std::function<void(Opened &)>;
 
 } // namespace
 
@@ -69,7 +41,7 @@ private slots:
             applicationStyleSheet()); // as in the program, for the places on the screen
     }
 
-    void controls_haveTheirNames_data()
+    void page_isSaidAndWalked_data()
     {
         QTest::addColumn<QStringList>("names");
         QTest::newRow("Clock") << QStringList{
@@ -136,47 +108,30 @@ private slots:
         };
     }
 
-    void controls_haveTheirNames()
+    void page_isSaidAndWalked()
     {
         QFETCH(QStringList, names);
         const QString page = QTest::currentDataTag();
+        // What stands on no page: under the pages, but behind them in the tree, their tabs.
+        names += {"tabs " + page, "tab Clock",     "tab Colors",
+                  "tab Fonts",    "tab Timer",     "tab Shortcuts",
+                  "button OK",    "button Cancel", "button Check for Updates"};
         Opened opened(page);
-        QCOMPARE(controlLines(opened.dialog), withFrame(names, page));
-    }
-
-    void names_canBeSaid_data() { addPages(); }
-
-    void names_canBeSaid()
-    {
-        QFETCH(QString, page);
-        Opened opened(page);
-        QCOMPARE(unsayableNames(opened.dialog).join("; "), QString());
-    }
-
-    void buttons_areToldApart_data() { addPages(); }
-
-    void buttons_areToldApart()
-    {
-        QFETCH(QString, page);
-        Opened opened(page);
-        QCOMPARE(sharedButtonNames(opened.dialog).join("; "), QString());
-    }
-
-    void inputs_areLabelled_data() { addPages(); }
-
-    void inputs_areLabelled()
-    {
-        QFETCH(QString, page);
-        Opened opened(page);
-        QCOMPARE(unlabelledInputs(opened.dialog).join("; "), QString());
+        QCOMPARE(controlLines(opened.dialog), names);
+        QCOMPARE(unsayableNames(opened.dialog), QStringList());
+        QCOMPARE(sharedButtonNames(opened.dialog), QStringList());
+        QCOMPARE(unlabelledInputs(opened.dialog), QStringList());
+        // The tabs, something on the page, and the three buttons under it.
+        QVERIFY(tabStops(opened.dialog).size() > 1 + 3);
+        QCOMPARE(tabDetours(opened.dialog), QStringList());
     }
 
     // A label with an underlined letter would give its input a key of its own.
     void label_takesNoKey()
     {
-        Opened opened(QStringLiteral("Clock"));
+        const Editor editor;
         int buddies = 0;
-        const QList<QLabel *> labels = opened.dialog.findChildren<QLabel *>();
+        const QList<QLabel *> labels = editor.dialog.findChildren<QLabel *>();
         for (const QLabel *label : labels) {
             if (!label->buddy())
                 continue;
@@ -186,147 +141,73 @@ private slots:
         QCOMPARE(buddies, 6 + 3 + 3 + 5); // Colors, Fonts, Timer, Shortcuts
     }
 
-    void stepButton_changesTheValueThatItSays_data()
-    {
-        QTest::addColumn<QString>("value");
-        for (const char *value : {"Timer font size", "Clock font size", "Message font size",
-                                  "Default duration minutes", "Default duration seconds",
-                                  "Warning threshold", "New preset minutes", "New preset seconds"})
-            QTest::newRow(value) << value;
-    }
-
-    void stepButton_changesTheValueThatItSays()
-    {
-        QFETCH(QString, value);
-        AppSettings record;
-        SettingsDialog dialog(&record);
-        const auto said = [&dialog](const QString &name) {
-            const QList<QWidget *> widgets = dialog.findChildren<QWidget *>();
-            for (QWidget *widget : widgets) {
-                if (widget->accessibleName() == name)
-                    return widget;
-            }
-            return static_cast<QWidget *>(nullptr);
-        };
-        auto *spinBox = qobject_cast<QSpinBox *>(said(value));
-        auto *down = qobject_cast<QPushButton *>(said("Decrease " + value.toLower()));
-        auto *up = qobject_cast<QPushButton *>(said("Increase " + value.toLower()));
-        QVERIFY(spinBox && down && up);
-        spinBox->setValue(40);
-        up->click();
-        QCOMPARE(spinBox->value(), 41);
-        down->click();
-        down->click();
-        QCOMPARE(spinBox->value(), 39);
-    }
-
     void pickedColor_isSaid()
     {
-        Opened opened(QStringLiteral("Colors"));
-        opened.view().pick(QString::fromUtf8("Timer — warning"), QColor("#12ab34"));
+        Opened opened("Colors");
+        opened.pick("Timer — warning", QColor("#12ab34"));
         const QStringList lines = controlLines(opened.dialog);
-        QCOMPARE(lines.at(1),
-                 QString::fromUtf8("button Timer normal colour 00CC00 (Timer — normal)"));
-        QCOMPARE(lines.at(2),
-                 QString::fromUtf8("button Timer warning colour 12AB34 (Timer — warning)"));
+        QCOMPARE(lines.at(1), "button Timer normal colour 00CC00 (Timer — normal)");
+        QCOMPARE(lines.at(2), "button Timer warning colour 12AB34 (Timer — warning)");
     }
 
     void imageFile_isSaidWithWhatItIs()
     {
-        AppSettings record;
-        record.bgImagePath = "/pictures/stage.png";
-        Opened opened(QStringLiteral("Colors"), record);
+        AppSettings start;
+        start.bgImagePath = "/pictures/stage.png";
+        Opened opened("Colors", start);
         QVERIFY(textLines(opened.dialog).contains("stage.png (Background image)"));
-        opened.view().clearImageButton()->click();
+        opened.clearImageButton()->click();
         QVERIFY(textLines(opened.dialog).contains("None (Background image)"));
-    }
-
-    void keys_areSaidWithTheirAction_data()
-    {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("start") << 0 << "Key for start or pause: Space";
-        QTest::newRow("reset, which names no key") << 1 << "Key for reset: none";
-        QTest::newRow("plus") << 2 << "Key for add 1 minute: Up";
-        QTest::newRow("minus") << 3 << "Key for subtract 1 minute: none";
-        QTest::newRow("output") << 4 << "Key for toggle output: Ctrl+O";
     }
 
     void keys_areSaidWithTheirAction()
     {
-        QFETCH(int, row);
-        AppSettings record;
-        record.shortcutReset = "Ctrl+Nonsense";
-        record.shortcutMinusMin.clear();
-        record.shortcutToggleOutput = "Ctrl+O";
-        Opened opened(QStringLiteral("Shortcuts"), record);
-        QTEST(nameOf(opened.view().keyLabel(row)), "name");
+        AppSettings start;
+        start.shortcutReset = "Ctrl+Nonsense"; // which names no key
+        start.shortcutMinusMin.clear();
+        start.shortcutToggleOutput = "Ctrl+O";
+        const Opened opened("Shortcuts", start);
+        QCOMPARE(opened.keyName(0), "Key for start or pause: Space");
+        QCOMPARE(opened.keyName(1), "Key for reset: none");
+        QCOMPARE(opened.keyName(2), "Key for add 1 minute: Up");
+        QCOMPARE(opened.keyName(3), "Key for subtract 1 minute: none");
+        QCOMPARE(opened.keyName(4), "Key for toggle output: Ctrl+O");
     }
 
     void waitingRow_saysThatItWaits()
     {
-        Opened opened(QStringLiteral("Shortcuts"));
-        opened.view().setKeyButton(2)->click();
-        QCOMPARE(nameOf(opened.view().keyLabel(2)),
-                 QStringLiteral("Key for add 1 minute: press any key"));
-        QCOMPARE(nameOf(opened.view().setKeyButton(2)),
-                 QStringLiteral("Cancel, waiting for key for add 1 minute"));
-        QCOMPARE(unsayableNames(opened.dialog).join("; "), QString());
-        QCOMPARE(sharedButtonNames(opened.dialog).join("; "), QString());
-    }
-
-    void waitOnAnotherRow_isSaidThere()
-    {
-        Opened opened(QStringLiteral("Shortcuts"));
-        opened.view().setKeyButton(2)->click();
-        opened.view().setKeyButton(0)->click();
-        QCOMPARE(nameOf(opened.view().keyLabel(2)), QStringLiteral("Key for add 1 minute: Up"));
-        QCOMPARE(nameOf(opened.view().setKeyButton(2)), QStringLiteral("Set key for add 1 minute"));
-        QCOMPARE(nameOf(opened.view().setKeyButton(0)),
-                 QStringLiteral("Cancel, waiting for key for start or pause"));
+        Opened opened("Shortcuts");
+        opened.setKeyButton(2)->click();
+        QCOMPARE(opened.keyName(2), "Key for add 1 minute: press any key");
+        QCOMPARE(opened.buttonName(2), "Cancel, waiting for key for add 1 minute");
+        QCOMPARE(unsayableNames(opened.dialog), QStringList());
+        QCOMPARE(sharedButtonNames(opened.dialog), QStringList());
     }
 
     void endedWait_isSaidNoMore_data()
     {
-        QTest::addColumn<QString>("end");
+        QTest::addColumn<Step>("end");
         QTest::addColumn<QString>("keys");
-        QTest::newRow("a key") << "key"
-                               << "K";
-        QTest::newRow("Escape") << "Escape"
-                                << "Up";
-        QTest::newRow("Clear") << "Clear"
-                               << "none";
-        QTest::newRow("Reset All") << "Reset All"
-                                   << "Up";
+        QTest::newRow("a key") << Step([](Opened &opened) {
+            QTest::keyClick(&opened.dialog, Qt::Key_K);
+        }) << "K";
+        QTest::newRow("Escape") << Step([](Opened &opened) {
+            QTest::keyClick(&opened.dialog, Qt::Key_Escape);
+        }) << "Up";
+        QTest::newRow("Clear") << Step([](Opened &o) { o.clearKeyButton(2)->click(); }) << "none";
+        QTest::newRow("Reset All") << Step([](Opened &o) { o.resetKeysButton()->click(); }) << "Up";
+        QTest::newRow("another row") << Step([](Opened &o) { o.setKeyButton(0)->click(); }) << "Up";
     }
 
     void endedWait_isSaidNoMore()
     {
-        QFETCH(QString, end);
-        QFETCH(QString, keys);
-        Opened opened(QStringLiteral("Shortcuts"));
-        opened.view().setKeyButton(2)->click();
-        if (end == "key")
-            QTest::keyClick(&opened.dialog, Qt::Key_K);
-        else if (end == "Escape")
-            QTest::keyClick(&opened.dialog, Qt::Key_Escape);
-        else if (end == "Clear")
-            opened.view().clearKeyButton(2)->click();
-        else
-            opened.view().resetKeysButton()->click();
-        QCOMPARE(nameOf(opened.view().keyLabel(2)), "Key for add 1 minute: " + keys);
-        QCOMPARE(nameOf(opened.view().setKeyButton(2)), QStringLiteral("Set key for add 1 minute"));
-    }
-
-    void tab_goesDownTheScreen_data() { addPages(); }
-
-    void tab_goesDownTheScreen()
-    {
-        QFETCH(QString, page);
-        Opened opened(page);
-        // The tabs, something on the page, and the three buttons under it.
-        QVERIFY(tabStops(opened.dialog).size() > 1 + 3);
-        QCOMPARE(tabDetours(opened.dialog).join("; "), QString());
+        QFETCH(const Step, end);
+        QFETCH(const QString, keys);
+        Opened opened("Shortcuts");
+        opened.setKeyButton(2)->click();
+        end(opened);
+        QCOMPARE(opened.keyName(2), "Key for add 1 minute: " + keys);
+        QCOMPARE(opened.buttonName(2), "Set key for add 1 minute");
     }
 
     void tab_followsTheDesktopsOrderOfButtons_data()
@@ -343,20 +224,18 @@ private slots:
     {
         QFETCH(int, layout);
         QFETCH(bool, okFirst);
-        Opened opened(QStringLiteral("Clock"));
-        opened.dialog.setStyleSheet(
-            QStringLiteral("QDialogButtonBox { button-layout: %1 }").arg(layout));
-        QTRY_COMPARE(opened.view().okButton()->x() < opened.view().cancelButton()->x(), okFirst);
-        QCOMPARE(tabDetours(opened.dialog).join("; "), QString());
+        Opened opened("Clock");
+        opened.dialog.setStyleSheet(QString("QDialogButtonBox { button-layout: %1 }").arg(layout));
+        QTRY_COMPARE(opened.okButton()->x() < opened.cancelButton()->x(), okFirst);
+        QCOMPARE(tabDetours(opened.dialog), QStringList());
     }
 
     void tab_startsAtTheTop()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record);
-        execWith(dialog, [&dialog] {
-            QTRY_VERIFY(dialog.focusWidget());
-            QCOMPARE(dialog.focusWidget()->metaObject()->className(), "QTabBar");
+        Editor editor;
+        editor.run([&] {
+            QTRY_VERIFY(editor.dialog.focusWidget());
+            QCOMPARE(editor.dialog.focusWidget()->metaObject()->className(), "QTabBar");
         });
     }
 };

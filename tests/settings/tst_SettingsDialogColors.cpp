@@ -1,16 +1,19 @@
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
-#include <QFormLayout>
+#include <QDir>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 
-#include "AppSettings.h"
-#include "DialogView.h"
-#include "Modal.h"
-#include "Outline.h"
+#include "Editor.h"
 #include "Record.h"
-#include "SettingsDialog.h"
 #include "Store.h"
 #include "StyleSheet.h"
 #include "TestMain.h"
@@ -19,65 +22,57 @@ namespace {
 
 using Color = QColor AppSettings::*;
 
-const QString buttonLook =
-    QStringLiteral("background-color:%1;color:%2;border:1px solid #555;border-radius:3px;");
+const QString buttonLook = "background-color:%1;color:%2;border:1px solid #555;border-radius:3px;";
+const QString useImageText = "Use image instead of background colour";
+
+// Clicks "Browse…" and opens the file under the path in the file dialog.
+void browse(const DialogView &view, const QString &path)
+{
+    const ModalScript<QFileDialog> user([&path](QFileDialog &files) {
+        files.findChild<QLineEdit *>("fileNameEdit")->setText(path);
+        press(files, QDialogButtonBox::Open);
+    });
+    view.browseButton()->click();
+}
+
+AppSettings recordWithImage(const QString &path, bool isEnabled = false)
+{
+    AppSettings record;
+    record.bgImagePath = path;
+    record.bgImageEnabled = isEnabled;
+    return record;
+}
 
 } // namespace
 
-/// The Colors page and its colour buttons.
+/// The Colors page: its colour buttons and the background image.
 class SettingsDialogColorsTest : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        QVERIFY(pictures.isValid());
+        QImage picture(8, 8, QImage::Format_RGB32);
+        picture.fill(Qt::blue);
+        QVERIFY(picture.save(pictures.filePath("Old ground.png")));
+        QVERIFY(picture.save(pictures.filePath("New ground.png")));
+        QFile text(pictures.filePath("no picture.bmp"));
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("not a picture") > 0);
+    }
+
     void init() { removeStore(); }
-
-    void page_readsFromTopToBottom()
-    {
-        AppSettings record = unusualRecord();
-        SettingsDialog dialog(&record, nullptr);
-        const auto *form = qobject_cast<QFormLayout *>(
-            DialogView(dialog).page(QStringLiteral("Colors"))->layout());
-        QVERIFY(form);
-        QCOMPARE(form->horizontalSpacing(), 10);
-        QCOMPARE(form->verticalSpacing(), 10);
-        QCOMPARE(
-            outlineOf(*form),
-            QStringList({"Background: button #010203", "Timer — normal: button #040506",
-                         "Timer — warning: button #070809", "Timer — critical: button #0A0B0C",
-                         "Clock: button #0D0E0F", "Message: button #101112", "separator",
-                         "header BACKGROUND IMAGE", "check Use image instead of background colour",
-                         "[label Stage left.png, button Browse…, button Clear]"}));
-    }
-
-    void colorButton_isOfItsSize_data() { colorButton_picksItsOwnColor_data(); }
-
-    void colorButton_isOfItsSize()
-    {
-        QFETCH(const QString, rowLabel);
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        dialog.show();
-        view.showPage(QStringLiteral("Colors"));
-        const QPushButton *button = view.colorButton(rowLabel);
-        QVERIFY(button);
-        QCOMPARE(button->minimumSize(), QSize(80, 26));
-        QCOMPARE(button->maximumSize(), QSize(80, 26));
-        QCOMPARE(button->size(), QSize(80, 26));
-    }
 
     // The button's own sheet leaves the minimum height of 28 and twice 6 of padding to the
     // application's, and with 1 of border on both sides they beat the fixed height of 26.
-    void colorButton_isHigherInTheApplicationsDress()
+    void colorButton_isHigherInTheApplicationsStyle()
     {
         qApp->setStyleSheet(applicationStyleSheet());
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        dialog.show();
-        view.showPage(QStringLiteral("Colors"));
-        const QSize size = view.colorButton(QStringLiteral("Clock"))->size();
+        Editor editor;
+        editor.dialog.show();
+        editor.showPage("Colors");
+        const QSize size = editor.colorButton("Clock")->size();
         qApp->setStyleSheet({});
         QCOMPARE(size, QSize(80, 42));
     }
@@ -88,15 +83,10 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("textColor");
         const auto add = [](const QColor &color, const char *name, const char *textColor) {
-            QTest::newRow(name) << color << QString::fromLatin1(name)
-                                << QString::fromLatin1(textColor);
+            QTest::newRow(name) << color << QString(name) << QString(textColor);
         };
         add(QColor(0, 0, 0), "#000000", "#ffffff");
         add(QColor(255, 255, 255), "#ffffff", "#000000");
-        add(QColor(0, 204, 0), "#00cc00", "#ffffff");        // 119748
-        add(QColor(255, 136, 0), "#ff8800", "#000000");      // 156077
-        add(QColor(255, 34, 0), "#ff2200", "#ffffff");       // 96203
-        add(QColor(255, 255, 0), "#ffff00", "#000000");      // 225930
         add(QColor(255, 0, 0), "#ff0000", "#ffffff");        // 76245
         add(QColor(0, 255, 0), "#00ff00", "#000000");        // 149685
         add(QColor(0, 0, 255), "#0000ff", "#ffffff");        // 29070
@@ -116,136 +106,226 @@ private slots:
         QFETCH(const QColor, color);
         QFETCH(const QString, name);
         QFETCH(const QString, textColor);
-        AppSettings record;
-        record.clockColor = color;
-        SettingsDialog dialog(&record, nullptr);
-        const QPushButton *button = DialogView(dialog).colorButton(QStringLiteral("Clock"));
-        QCOMPARE(button->text(), name.toUpper());
-        QCOMPARE(button->styleSheet(), buttonLook.arg(name, textColor));
+        AppSettings start;
+        start.clockColor = color;
+        const Editor editor(start);
+        QCOMPARE(editor.colorButton("Clock")->text(), name.toUpper());
+        QCOMPARE(editor.colorButton("Clock")->styleSheet(), buttonLook.arg(name, textColor));
     }
 
     void colorButton_picksItsOwnColor_data()
     {
-        QTest::addColumn<QString>("rowLabel");
         QTest::addColumn<Color>("field");
-        QTest::newRow("background") << "Background" << &AppSettings::bgColor;
-        QTest::newRow("normal") << "Timer — normal" << &AppSettings::timerColorNormal;
-        QTest::newRow("warning") << "Timer — warning" << &AppSettings::timerColorWarning;
-        QTest::newRow("critical") << "Timer — critical" << &AppSettings::timerColorCritical;
-        QTest::newRow("clock") << "Clock" << &AppSettings::clockColor;
-        QTest::newRow("message") << "Message" << &AppSettings::messageColor;
+        QTest::newRow("Background") << &AppSettings::bgColor;
+        QTest::newRow("Timer — normal") << &AppSettings::timerColorNormal;
+        QTest::newRow("Timer — warning") << &AppSettings::timerColorWarning;
+        QTest::newRow("Timer — critical") << &AppSettings::timerColorCritical;
+        QTest::newRow("Clock") << &AppSettings::clockColor;
+        QTest::newRow("Message") << &AppSettings::messageColor;
     }
 
     void colorButton_picksItsOwnColor()
     {
-        QFETCH(const QString, rowLabel);
         QFETCH(const Color, field);
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            view.pick(rowLabel, QColor(0x12, 0xab, 0x34));
-            QCOMPARE(view.colorButton(rowLabel)->text(), QStringLiteral("#12AB34"));
-            QCOMPARE(view.colorButton(rowLabel)->styleSheet(),
-                     buttonLook.arg("#12ab34", "#ffffff"));
-            QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
-            view.okButton()->click();
+        const QString label = QTest::currentDataTag();
+        Editor editor;
+        const QPushButton *button = editor.colorButton(label);
+        QVERIFY(button);
+        QCOMPARE(button->minimumSize(), QSize(80, 26));
+        QCOMPARE(button->maximumSize(), QSize(80, 26));
+        editor.runToOk([&] {
+            editor.pick(label, QColor(0x12, 0xab, 0x34));
+            QCOMPARE(button->text(), "#12AB34");
+            QCOMPARE(button->styleSheet(), buttonLook.arg("#12ab34", "#ffffff"));
+            QCOMPARE(fieldLines(editor.record), fieldLines(AppSettings()));
         });
         AppSettings wanted;
         wanted.*field = QColor(0x12, 0xab, 0x34);
-        QCOMPARE(fieldLines(record), fieldLines(wanted));
+        QCOMPARE(fieldLines(editor.record), fieldLines(wanted));
     }
 
-    void colorDialog_opensAtTheWorkingColor()
+    void colorDialog_opensAtTheWorkingColorAndCanBeCancelled()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            view.pick(QStringLiteral("Message"), QColor(1, 2, 3));
-            const ModalScript<QColorDialog> person([&](QColorDialog &colors) {
-                QCOMPARE(colors.windowTitle(), QStringLiteral("Pick colour"));
-                QCOMPARE(colors.parentWidget(), &dialog);
+        Editor editor;
+        editor.runToOk([&] {
+            editor.pick("Message", QColor(1, 2, 3));
+            const ModalScript<QColorDialog> user([&](QColorDialog &colors) {
+                QCOMPARE(colors.windowTitle(), "Pick colour");
+                QCOMPARE(colors.parentWidget(), &editor.dialog);
                 QCOMPARE(colors.options(), QColorDialog::ColorDialogOptions());
                 QCOMPARE(colors.currentColor(), QColor(1, 2, 3));
-            });
-            view.colorButton(QStringLiteral("Message"))->click();
-            QVERIFY(person.hasPlayed());
-        });
-    }
-
-    void colorDialog_cancelled_changesNothing()
-    {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            const ModalScript<QColorDialog> person([](QColorDialog &colors) {
                 colors.setCurrentColor(Qt::magenta);
                 press(colors, QDialogButtonBox::Cancel);
             });
-            view.colorButton(QStringLiteral("Message"))->click();
-            QVERIFY(person.hasPlayed());
-            QCOMPARE(view.colorButton(QStringLiteral("Message"))->text(),
-                     QStringLiteral("#FFFF00"));
-            view.okButton()->click();
+            editor.colorButton("Message")->click();
+            QVERIFY(user.hasPlayed());
+            QCOMPARE(editor.colorButton("Message")->text(), "#010203");
         });
-        QCOMPARE(fieldLines(record), fieldLines(AppSettings()));
-    }
-
-    void pickedGrey_turnsTextBlackFromTheThreshold_data()
-    {
-        QTest::addColumn<QColor>("color");
-        QTest::addColumn<QString>("look");
-        QTest::newRow("below") << QColor(0x80, 0x80, 0x80) << buttonLook.arg("#808080", "#ffffff");
-        QTest::newRow("at") << QColor(0x81, 0x81, 0x81) << buttonLook.arg("#818181", "#000000");
-    }
-
-    void pickedGrey_turnsTextBlackFromTheThreshold()
-    {
-        QFETCH(const QColor, color);
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            view.pick(QStringLiteral("Background"), color);
-            QTEST(view.colorButton(QStringLiteral("Background"))->styleSheet(), "look");
-        });
+        QCOMPARE(editor.record.messageColor, QColor(1, 2, 3));
     }
 
     void pickColor_servesAnyTargetAndButton()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
+        Editor editor;
         QColor target(Qt::red);
         QPushButton button;
-        execWith(dialog, [&] {
-            const ModalScript<QColorDialog> person([](QColorDialog &colors) {
+        editor.run([&] {
+            const ModalScript<QColorDialog> user([](QColorDialog &colors) {
                 QCOMPARE(colors.currentColor(), QColor(Qt::red));
                 colors.setCurrentColor(Qt::white);
                 press(colors, QDialogButtonBox::Ok);
             });
-            dialog.pickColor(target, &button);
+            editor.dialog.pickColor(target, &button);
         });
         QCOMPARE(target, QColor(Qt::white));
-        QCOMPARE(button.text(), QStringLiteral("#FFFFFF"));
+        QCOMPARE(button.text(), "#FFFFFF");
         QCOMPARE(button.styleSheet(), buttonLook.arg("#ffffff", "#000000"));
     }
 
     void invalidColor_staysInvalidUntilPicked()
     {
-        AppSettings record;
-        record.bgColor = QColor();
-        record.clockColor = QColor();
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            view.pick(QStringLiteral("Clock"), QColor(1, 2, 3));
-            view.okButton()->click();
-        });
-        QVERIFY(!record.bgColor.isValid());
-        QCOMPARE(record.clockColor, QColor(1, 2, 3));
+        AppSettings start;
+        start.bgColor = QColor();
+        start.clockColor = QColor();
+        Editor editor(start);
+        editor.runToOk([&] { editor.pick("Clock", QColor(1, 2, 3)); });
+        QVERIFY(!editor.record.bgColor.isValid());
+        QCOMPARE(editor.record.clockColor, QColor(1, 2, 3));
     }
+
+    void imageLabel_namesTheFile_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("none") << QString() << "None";
+        QTest::newRow("full path") << "/no/such/folder/Ground.png"
+                                   << "Ground.png";
+        QTest::newRow("bare name") << "Ground.png"
+                                   << "Ground.png";
+        QTest::newRow("dots and blanks") << "/a.b/My stage.v2.jpeg"
+                                         << "My stage.v2.jpeg";
+        QTest::newRow("mark-up") << "/a/<b>x.png"
+                                 << "<b>x.png";
+    }
+
+    void imageLabel_namesTheFile()
+    {
+        QFETCH(const QString, path);
+        Editor editor(recordWithImage(path));
+        QTEST(editor.imageFileLabel()->text(), "text");
+        QCOMPARE(editor.imageFileLabel()->textFormat(), Qt::PlainText); // mark-up is shown as it is
+        editor.runToOk();
+        QCOMPARE(editor.record.bgImagePath, path); // the whole path, whatever the label shows
+    }
+
+    void imageRow_hasItsLookAndSizes()
+    {
+        const Editor editor;
+        const QLabel *label = editor.imageFileLabel();
+        QCOMPARE(label->styleSheet(), "color:#aaa;font-size:11px;");
+        QVERIFY(label->wordWrap());
+        QCOMPARE(editor.browseButton()->minimumWidth(), 80);
+        QCOMPARE(editor.browseButton()->maximumWidth(), 80);
+        QCOMPARE(editor.clearImageButton()->minimumWidth(), 60);
+        QCOMPARE(editor.clearImageButton()->maximumWidth(), 60);
+        const auto *row = qobject_cast<QHBoxLayout *>(label->parentWidget()->layout());
+        QVERIFY(row);
+        QCOMPARE(row->stretch(0), 1);
+        QCOMPARE(row->stretch(1), 0);
+        QCOMPARE(row->stretch(2), 0);
+    }
+
+    void fileDialog_opensAtTheCurrentImageAndCanBeCancelled()
+    {
+        const QString path = pictures.filePath("Old ground.png");
+        Editor editor(recordWithImage(path));
+        editor.runToOk([&] {
+            const ModalScript<QFileDialog> user([&](QFileDialog &files) {
+                QCOMPARE(files.windowTitle(), "Select background image");
+                QCOMPARE(files.parentWidget(), &editor.dialog);
+                QCOMPARE(files.acceptMode(), QFileDialog::AcceptOpen);
+                QCOMPARE(files.fileMode(), QFileDialog::ExistingFile);
+                QCOMPARE(files.options(), QFileDialog::Options()); // so it may be the native one
+                QCOMPARE(files.nameFilters(), QStringList("Images (*.png *.jpg *.jpeg *.bmp)"));
+                QCOMPARE(files.directory(), QDir(pictures.path()));
+                QCOMPARE(files.selectedFiles(), QStringList(path));
+                files.selectFile(pictures.filePath("New ground.png"));
+                press(files, QDialogButtonBox::Cancel);
+            });
+            editor.browseButton()->click();
+            QVERIFY(user.hasPlayed());
+            QCOMPARE(editor.imageFileLabel()->text(), "Old ground.png");
+        });
+        QCOMPARE(fieldLines(editor.record), fieldLines(recordWithImage(path)));
+    }
+
+    // The dialog's image, which is not the record's before OK.
+    void fileDialog_opensAtTheImageChosenLast()
+    {
+        const QString path = pictures.filePath("New ground.png");
+        Editor editor(recordWithImage(pictures.filePath("Old ground.png")));
+        editor.run([&] {
+            const auto selectedAtStart = [&editor] {
+                QStringList selected{"no file dialog"};
+                const ModalScript<QFileDialog> user(
+                    [&selected](QFileDialog &files) { selected = files.selectedFiles(); });
+                editor.browseButton()->click();
+                return selected;
+            };
+            browse(editor, path);
+            QCOMPARE(selectedAtStart(), QStringList(path));
+            editor.clearImageButton()->click();
+            QCOMPARE(selectedAtStart(), QStringList());
+        });
+    }
+
+    void browsing_takesTheFileAndSwitchesItOn_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("picture") << "New ground.png";
+        QTest::newRow("no picture") << "no picture.bmp";
+    }
+
+    // Unlike a file for the cue, whose switch is left alone.
+    void browsing_takesTheFileAndSwitchesItOn()
+    {
+        QFETCH(const QString, file);
+        Editor editor;
+        editor.runToOk([&] {
+            browse(editor, pictures.filePath(file));
+            QCOMPARE(editor.imageFileLabel()->text(), file);
+            QVERIFY(editor.checkBox(useImageText)->isChecked());
+            QCOMPARE(fieldLines(editor.record), fieldLines(AppSettings()));
+        });
+        const AppSettings wanted = recordWithImage(pictures.filePath(file), true);
+        QCOMPARE(fieldLines(editor.record), fieldLines(wanted));
+    }
+
+    void clearing_forgetsTheFileAndSwitchesItOff()
+    {
+        Editor editor(recordWithImage("/pictures/Ground.png", true));
+        editor.runToOk([&] {
+            editor.clearImageButton()->click();
+            QCOMPARE(editor.imageFileLabel()->text(), "None");
+            QVERIFY(!editor.checkBox(useImageText)->isChecked());
+            QCOMPARE(editor.record.bgImagePath, "/pictures/Ground.png");
+        });
+        QCOMPARE(fieldLines(editor.record), fieldLines(AppSettings()));
+    }
+
+    void unchecking_keepsTheFile()
+    {
+        Editor editor(recordWithImage("/pictures/Ground.png", true));
+        editor.runToOk([&] {
+            editor.checkBox(useImageText)->click();
+            QCOMPARE(editor.imageFileLabel()->text(), "Ground.png");
+        });
+        const AppSettings wanted = recordWithImage("/pictures/Ground.png");
+        QCOMPARE(fieldLines(editor.record), fieldLines(wanted));
+    }
+
+private:
+    QTemporaryDir pictures;
 };
 
 VELMORA_TEST_MAIN(SettingsDialogColorsTest)

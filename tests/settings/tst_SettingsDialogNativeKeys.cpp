@@ -3,10 +3,7 @@
 #include <QTest>
 #include <QTranslator>
 
-#include "AppSettings.h"
-#include "DialogView.h"
-#include "Modal.h"
-#include "SettingsDialog.h"
+#include "Editor.h"
 #include "Store.h"
 #include "TestMain.h"
 
@@ -19,7 +16,7 @@ public:
     QString translate(const char *context, const char *sourceText, const char *, int) const override
     {
         if (qstrcmp(context, "QShortcut") == 0 && qstrcmp(sourceText, "Ctrl") == 0)
-            return QStringLiteral("Strg");
+            return "Strg";
         return {};
     }
     bool isEmpty() const override { return false; }
@@ -45,29 +42,25 @@ private slots:
 
     void captured_isShownNativelyAndStoredPortably()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            view.showPage(QStringLiteral("Shortcuts"));
-            QTest::mouseClick(view.setKeyButton(1), Qt::LeftButton);
-            QTest::keyClick(dialog.windowHandle(), Qt::Key_1, Qt::ControlModifier);
-            QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+1"));
-            view.okButton()->click();
+        Editor editor;
+        editor.runToOk([&] {
+            editor.showPage("Shortcuts");
+            QTest::mouseClick(editor.setKeyButton(1), Qt::LeftButton);
+            QTest::keyClick(editor.dialog.windowHandle(), Qt::Key_1, Qt::ControlModifier);
+            QCOMPARE(editor.keyLabel(1)->text(), "Strg+1");
         });
-        QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+1"));
+        QCOMPARE(editor.record.shortcutReset, "Ctrl+1");
         QVERIFY(storeBytes().contains("shortcutReset=Ctrl+1\n"));
     }
 
     void stored_isReadNatively()
     {
-        AppSettings record;
-        record.shortcutReset = QStringLiteral("Strg+R");
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        QCOMPARE(view.keyLabel(1)->text(), QStringLiteral("Strg+R"));
-        execWith(dialog, [&] { view.okButton()->click(); });
-        QCOMPARE(record.shortcutReset, QStringLiteral("Ctrl+R"));
+        AppSettings start;
+        start.shortcutReset = "Strg+R";
+        Editor editor(start);
+        QCOMPARE(editor.keyLabel(1)->text(), "Strg+R");
+        editor.runToOk();
+        QCOMPARE(editor.record.shortcutReset, "Ctrl+R");
     }
 };
 

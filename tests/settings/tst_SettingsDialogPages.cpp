@@ -1,21 +1,18 @@
 #include <limits>
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTest>
-#include <QVBoxLayout>
 
-#include "AppSettings.h"
-#include "DialogView.h"
-#include "Modal.h"
-#include "Outline.h"
+#include "Editor.h"
 #include "Record.h"
-#include "SettingsDialog.h"
 #include "Store.h"
 #include "TestMain.h"
 
@@ -27,9 +24,77 @@ using Number = int AppSettings::*;
 constexpr int lowest = std::numeric_limits<int>::min();
 constexpr int highest = std::numeric_limits<int>::max();
 
+const QString headerLook = "color:#888;font-size:10px;font-weight:bold;letter-spacing:1px;";
+const QString separatorLook = "color:#3a3a3a;";
+const QString hintText = "Click “Set Key”, then press any key or combination (e.g. Ctrl+1) on your "
+                         "keyboard or Stream Deck.\nPress Escape to cancel.";
+
+QString textOf(const QLayout &layout);
+
+QString textOf(const QWidget &widget)
+{
+    if (const auto *label = qobject_cast<const QLabel *>(&widget))
+        return (label->styleSheet() == headerLook ? "header " : "label ") + label->text();
+    if (const auto *button = qobject_cast<const QAbstractButton *>(&widget)) {
+        const char *kind = qobject_cast<const QRadioButton *>(button) ? "radio "
+            : qobject_cast<const QCheckBox *>(button)                 ? "check "
+                                                                      : "button ";
+        return kind + button->text();
+    }
+    if (qobject_cast<const QListWidget *>(&widget))
+        return "list";
+    if (const auto *frame = qobject_cast<const QFrame *>(&widget)) {
+        const bool isLine = frame->frameShape() == QFrame::HLine;
+        return isLine && frame->styleSheet() == separatorLook ? "separator" : "frame";
+    }
+    if (qobject_cast<const QSpinBox *>(&widget))
+        return "number";
+    return widget.layout() ? textOf(*widget.layout()) : widget.metaObject()->className();
+}
+
+QString textOf(QLayoutItem &item)
+{
+    if (const QWidget *widget = item.widget())
+        return textOf(*widget);
+    if (qobject_cast<const QGridLayout *>(item.layout()))
+        return "grid";
+    if (const QLayout *layout = item.layout())
+        return textOf(*layout);
+    return item.expandingDirections() ? "stretch" : "space";
+}
+
+// What stands in a layout, item by item in its order: "header FORMAT", "stretch"; a row within it
+// as "[label None, button Clear]", a labelled row of a form as "Clock: button #FFFFFF". Headers
+// and separators count as such only in the look that they have in the dialog.
+QStringList outlineOf(const QLayout &layout)
+{
+    QStringList outline;
+    const auto *form = qobject_cast<const QFormLayout *>(&layout);
+    for (int i = 0; !form && i < layout.count(); ++i)
+        outline << textOf(*layout.itemAt(i));
+    for (int row = 0; form && row < form->rowCount(); ++row) {
+        if (QLayoutItem *whole = form->itemAt(row, QFormLayout::SpanningRole)) {
+            outline << textOf(*whole);
+            continue;
+        }
+        const QWidget *label = form->itemAt(row, QFormLayout::LabelRole)->widget();
+        outline << qobject_cast<const QLabel *>(label)->text() + ": "
+                + textOf(*form->itemAt(row, QFormLayout::FieldRole));
+    }
+    return outline;
+}
+
+QString textOf(const QLayout &layout)
+{
+    const QString items = outlineOf(layout).join(", ");
+    if (items == "button ◀, number, button ▶")
+        return "stepper";
+    return '[' + items + ']';
+}
+
 } // namespace
 
-// The Clock, Fonts and Timer pages, but for the presets, and the check boxes of every page.
+/// The order of every page, its check boxes and its numbers.
 class SettingsDialogPagesTest : public QObject
 {
     Q_OBJECT
@@ -37,204 +102,163 @@ class SettingsDialogPagesTest : public QObject
 private slots:
     void init() { removeStore(); }
 
-    void clockPage_readsFromTopToBottom()
+    void page_readsFromTopToBottom_data()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const auto *column =
-            qobject_cast<QVBoxLayout *>(DialogView(dialog).page(QStringLiteral("Clock"))->layout());
-        QVERIFY(column);
-        QCOMPARE(column->spacing(), 12);
-        QCOMPARE(outlineOf(*column),
-                 QStringList({"header FORMAT", "radio 24-hour  (14:30)", "radio 12-hour  (2:30 PM)",
-                              "separator", "header SECONDS", "check Show seconds on output",
-                              "stretch"}));
+        QTest::addColumn<QByteArray>("layout");
+        QTest::addColumn<int>("spacing");
+        QTest::addColumn<QStringList>("outline");
+        const auto add = [](const char *page, const char *layout, int spacing,
+                            const QStringList &outline) {
+            QTest::newRow(page) << QByteArray(layout) << spacing << outline;
+        };
+        add("Clock", "QVBoxLayout", 12,
+            {"header FORMAT", "radio 24-hour  (14:30)", "radio 12-hour  (2:30 PM)", "separator",
+             "header SECONDS", "check Show seconds on output", "stretch"});
+        add("Colors", "QFormLayout", 10,
+            {"Background: button #010203", "Timer — normal: button #040506",
+             "Timer — warning: button #070809", "Timer — critical: button #0A0B0C",
+             "Clock: button #0D0E0F", "Message: button #101112", "separator",
+             "header BACKGROUND IMAGE", "check Use image instead of background colour",
+             "[label Stage left.png, button Browse…, button Clear]"});
+        add("Fonts", "QFormLayout", 10,
+            {"Timer font size: stepper", "Clock font size: stepper", "Message font size: stepper"});
+        add("Timer", "QVBoxLayout", 10,
+            {"header BEHAVIOUR", "check Overtime — continue counting in red past zero",
+             "check Blink effect at zero", "separator", "header DEFAULT DURATION",
+             "[stepper, stepper, stretch]", "separator", "header WARNING THRESHOLD", "stepper",
+             "separator", "header PRESETS", "list",
+             "[stepper, stepper, button Add, button Remove, stretch]", "stretch"});
+        add("Shortcuts", "QVBoxLayout", 10,
+            {"header TIMER CONTROLS", "grid", "separator", "label " + hintText,
+             "button Reset All to Defaults", "stretch"});
     }
 
-    void clockForm_showsTheRecord_data()
+    void page_readsFromTopToBottom()
+    {
+        const Editor editor(unusualRecord());
+        const QLayout *layout = editor.page(QTest::currentDataTag())->layout();
+        QTEST(QByteArray(layout->metaObject()->className()), "layout");
+        QTEST(layout->spacing(), "spacing"); // -1 if a form's two differ
+        QTEST(outlineOf(*layout), "outline");
+    }
+
+    void clockForm_isOneOfTwo_data()
     {
         QTest::addColumn<bool>("is24hr");
         QTest::newRow("24-hour") << true;
         QTest::newRow("12-hour") << false;
     }
 
-    void clockForm_showsTheRecord()
+    void clockForm_isOneOfTwo()
     {
         QFETCH(const bool, is24hr);
-        AppSettings record;
-        record.clock24hr = is24hr;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        QCOMPARE(view.radio(QStringLiteral("24-hour  (14:30)"))->isChecked(), is24hr);
-        QCOMPARE(view.radio(QStringLiteral("12-hour  (2:30 PM)"))->isChecked(), !is24hr);
-    }
-
-    void clockForms_excludeEachOtherWithoutAGroup()
-    {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        QRadioButton *full = view.radio(QStringLiteral("24-hour  (14:30)"));
-        QRadioButton *half = view.radio(QStringLiteral("12-hour  (2:30 PM)"));
-        QVERIFY(!full->group());
-        QVERIFY(!half->group());
-        execWith(dialog, [&] {
-            QTest::mouseClick(half, Qt::LeftButton, {}, QPoint(10, half->height() / 2));
-            QVERIFY(!full->isChecked());
-            view.okButton()->click();
+        AppSettings start;
+        start.clock24hr = is24hr;
+        Editor editor(start);
+        const QRadioButton *full = editor.radio("24-hour  (14:30)");
+        const QRadioButton *half = editor.radio("12-hour  (2:30 PM)");
+        QCOMPARE(full->isChecked(), is24hr);
+        QCOMPARE(half->isChecked(), !is24hr);
+        QVERIFY(!full->group() && !half->group());
+        editor.runToOk([&] {
+            editor.radio(is24hr ? half->text() : full->text())->click();
+            QCOMPARE(full->isChecked(), !is24hr);
+            QCOMPARE(half->isChecked(), is24hr);
         });
-        QVERIFY(!record.clock24hr);
+        QCOMPARE(editor.record.clock24hr, !is24hr);
     }
 
     void checkBox_showsAndStoresItsField_data()
     {
-        QTest::addColumn<QString>("text");
         QTest::addColumn<Flag>("field");
-        QTest::newRow("seconds") << "Show seconds on output" << &AppSettings::clockShowSeconds;
-        QTest::newRow("image") << "Use image instead of background colour"
-                               << &AppSettings::bgImageEnabled;
-        QTest::newRow("overtime") << "Overtime — continue counting in red past zero"
-                                  << &AppSettings::overtimeEnabled;
-        QTest::newRow("blink") << "Blink effect at zero" << &AppSettings::blinkEnabled;
+        QTest::newRow("Show seconds on output") << &AppSettings::clockShowSeconds;
+        QTest::newRow("Use image instead of background colour") << &AppSettings::bgImageEnabled;
+        QTest::newRow("Overtime — continue counting in red past zero")
+            << &AppSettings::overtimeEnabled;
+        QTest::newRow("Blink effect at zero") << &AppSettings::blinkEnabled;
     }
 
     void checkBox_showsAndStoresItsField()
     {
-        QFETCH(const QString, text);
         QFETCH(const Flag, field);
         for (const bool initial : {false, true}) {
-            AppSettings record;
-            record.*field = initial;
-            SettingsDialog dialog(&record, nullptr);
-            const DialogView view(dialog);
-            QVERIFY(view.checkBox(text));
-            QCOMPARE(view.checkBox(text)->isChecked(), initial);
-            execWith(dialog, [&] {
-                view.checkBox(text)->click();
-                view.okButton()->click();
-            });
+            AppSettings start;
+            start.*field = initial;
+            Editor editor(start);
+            QCheckBox *box = editor.checkBox(QTest::currentDataTag());
+            QVERIFY(box);
+            QCOMPARE(box->isChecked(), initial);
+            editor.runToOk([&] { box->click(); });
             AppSettings wanted;
             wanted.*field = !initial;
-            QCOMPARE(fieldLines(record), fieldLines(wanted)); // this one and no other
-            QCOMPARE(storedLines(), fieldLines(wanted));
+            QCOMPARE(fieldLines(editor.record), fieldLines(wanted)); // this one and no other
         }
     }
 
-    void fontsPage_readsFromTopToBottom()
+    void number_showsAndStoresItsField_data()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const auto *form =
-            qobject_cast<QFormLayout *>(DialogView(dialog).page(QStringLiteral("Fonts"))->layout());
-        QVERIFY(form);
-        QCOMPARE(form->horizontalSpacing(), 10);
-        QCOMPARE(form->verticalSpacing(), 10);
-        QCOMPARE(outlineOf(*form),
-                 QStringList({"Timer font size: stepper", "Clock font size: stepper",
-                              "Message font size: stepper"}));
-    }
-
-    void fontSize_hasItsRangeAndSuffix_data()
-    {
-        QTest::addColumn<QString>("rowLabel");
+        QTest::addColumn<Number>("field");
         QTest::addColumn<int>("minimum");
         QTest::addColumn<int>("maximum");
-        QTest::newRow("timer") << "Timer font size" << 30 << 550;
-        QTest::newRow("clock") << "Clock font size" << 20 << 300;
-        QTest::newRow("message") << "Message font size" << 12 << 150;
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("Timer font size") << &AppSettings::timerFontSize << 30 << 550 << " px";
+        QTest::newRow("Clock font size") << &AppSettings::clockFontSize << 20 << 300 << " px";
+        QTest::newRow("Message font size") << &AppSettings::messageFontSize << 12 << 150 << " px";
+        QTest::newRow("WARNING THRESHOLD") << &AppSettings::warningThreshold << 1 << 3600 << " sec";
     }
 
-    void fontSize_hasItsRangeAndSuffix()
+    void number_showsAndStoresItsField()
     {
-        QFETCH(const QString, rowLabel);
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const QSpinBox *spinBox = DialogView(dialog).fontSize(rowLabel);
-        QVERIFY(spinBox);
-        QTEST(spinBox->minimum(), "minimum");
-        QTEST(spinBox->maximum(), "maximum");
-        QCOMPARE(spinBox->suffix(), QStringLiteral(" px"));
-    }
-
-    void fontSize_showsAndStoresItsField_data()
-    {
-        QTest::addColumn<QString>("rowLabel");
-        QTest::addColumn<Number>("field");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("shown");
+        QFETCH(const Number, field);
+        QFETCH(const int, minimum);
+        QFETCH(const int, maximum);
+        const QString label = QTest::currentDataTag();
         const struct
         {
-            const char *label;
-            Number field;
-            int minimum;
-            int maximum;
-        } rows[] = {
-            {"Timer font size", &AppSettings::timerFontSize, 30, 550},
-            {"Clock font size", &AppSettings::clockFontSize, 20, 300},
-            {"Message font size", &AppSettings::messageFontSize, 12, 150},
-        };
+            int value;
+            int shown;
+        } rows[] = {{minimum, minimum},     {minimum + 7, minimum + 7}, {maximum, maximum},
+                    {minimum - 1, minimum}, {maximum + 1, maximum},     {lowest, minimum},
+                    {highest, maximum}};
         for (const auto &row : rows) {
-            const QString label = QString::fromLatin1(row.label);
-            const auto add = [&](const char *what, int value, int shown) {
-                QTest::addRow("%s: %s", row.label, what) << label << row.field << value << shown;
-            };
-            add("minimum", row.minimum, row.minimum);
-            add("within", row.minimum + 7, row.minimum + 7);
-            add("maximum", row.maximum, row.maximum);
-            add("below", row.minimum - 1, row.minimum);
-            add("above", row.maximum + 1, row.maximum);
-            add("lowest number", lowest, row.minimum);
-            add("highest number", highest, row.maximum);
+            AppSettings start;
+            start.*field = row.value;
+            Editor editor(start);
+            const QList<QSpinBox *> ofTimer = editor.spinBoxesUnder(label);
+            const QSpinBox *spinBox = ofTimer.value(0, editor.fontSize(label));
+            QVERIFY(spinBox && ofTimer.size() <= 1);
+            QCOMPARE(spinBox->minimum(), minimum);
+            QCOMPARE(spinBox->maximum(), maximum);
+            QTEST(spinBox->suffix(), "suffix");
+            QCOMPARE(spinBox->value(), row.shown);
+            editor.runToOk();
+            AppSettings wanted;
+            wanted.*field = row.shown;
+            QCOMPARE(fieldLines(editor.record), fieldLines(wanted));
         }
     }
 
-    void fontSize_showsAndStoresItsField()
+    void duration_isInMinutesAndSeconds_data()
     {
-        QFETCH(const QString, rowLabel);
-        QFETCH(const Number, field);
-        QFETCH(const int, value);
-        QFETCH(const int, shown);
-        AppSettings record;
-        record.*field = value;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        QCOMPARE(view.fontSize(rowLabel)->value(), shown);
-        execWith(dialog, [&] { view.okButton()->click(); });
-        AppSettings wanted;
-        wanted.*field = shown;
-        QCOMPARE(fieldLines(record), fieldLines(wanted));
+        QTest::addColumn<int>("minutes");
+        QTest::addColumn<int>("seconds");
+        QTest::newRow("DEFAULT DURATION") << 12 << 34; // unusualRecord()'s
+        QTest::newRow("PRESETS") << 5 << 0;            // a new preset's, whatever the record holds
     }
 
-    void timerPage_readsFromTopToBottom()
+    void duration_isInMinutesAndSeconds()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const auto *column =
-            qobject_cast<QVBoxLayout *>(DialogView(dialog).page(QStringLiteral("Timer"))->layout());
-        QVERIFY(column);
-        QCOMPARE(column->spacing(), 10);
-        QCOMPARE(
-            outlineOf(*column),
-            QStringList({"header BEHAVIOUR", "check Overtime — continue counting in red past zero",
-                         "check Blink effect at zero", "separator", "header DEFAULT DURATION",
-                         "[stepper, stepper, stretch]", "separator", "header WARNING THRESHOLD",
-                         "stepper", "separator", "header PRESETS", "list",
-                         "[stepper, stepper, button Add, button Remove, stretch]", "stretch"}));
-    }
-
-    void defaultDuration_hasItsRangesAndSuffixes()
-    {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const QList<QSpinBox *> spinBoxes =
-            DialogView(dialog).spinBoxesUnder(QStringLiteral("DEFAULT DURATION"));
+        const Editor editor(unusualRecord());
+        const QList<QSpinBox *> spinBoxes = editor.spinBoxesUnder(QTest::currentDataTag());
         QCOMPARE(spinBoxes.size(), 2);
         QCOMPARE(spinBoxes.at(0)->minimum(), 0);
         QCOMPARE(spinBoxes.at(0)->maximum(), 999);
-        QCOMPARE(spinBoxes.at(0)->suffix(), QStringLiteral(" min"));
+        QCOMPARE(spinBoxes.at(0)->suffix(), " min");
+        QTEST(spinBoxes.at(0)->value(), "minutes");
         QCOMPARE(spinBoxes.at(1)->minimum(), 0);
         QCOMPARE(spinBoxes.at(1)->maximum(), 59);
-        QCOMPARE(spinBoxes.at(1)->suffix(), QStringLiteral(" sec"));
+        QCOMPARE(spinBoxes.at(1)->suffix(), " sec");
+        QTEST(spinBoxes.at(1)->value(), "seconds");
     }
 
     void defaultDuration_isSplitAndStored_data()
@@ -246,7 +270,6 @@ private slots:
         QTest::newRow("nothing") << 0 << 0 << 0 << 0;
         QTest::newRow("seconds only") << 59 << 0 << 59 << 59;
         QTest::newRow("one minute") << 60 << 1 << 0 << 60;
-        QTest::newRow("five minutes") << 300 << 5 << 0 << 300;
         QTest::newRow("both") << 754 << 12 << 34 << 754;
         QTest::newRow("999 min") << 59940 << 999 << 0 << 59940;
         QTest::newRow("999 min 59 sec") << 59999 << 999 << 59 << 59999;
@@ -259,108 +282,38 @@ private slots:
     void defaultDuration_isSplitAndStored()
     {
         QFETCH(const int, value);
-        AppSettings record;
-        record.defaultDuration = value;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        const QList<QSpinBox *> spinBoxes = view.spinBoxesUnder(QStringLiteral("DEFAULT DURATION"));
-        QTEST(spinBoxes.at(0)->value(), "minutes");
-        QTEST(spinBoxes.at(1)->value(), "seconds");
-        execWith(dialog, [&] { view.okButton()->click(); });
-        QTEST(record.defaultDuration, "stored");
+        AppSettings start;
+        start.defaultDuration = value;
+        Editor editor(start);
+        QTEST(editor.spinBoxesUnder("DEFAULT DURATION").at(0)->value(), "minutes");
+        QTEST(editor.spinBoxesUnder("DEFAULT DURATION").at(1)->value(), "seconds");
+        editor.runToOk();
+        QTEST(editor.record.defaultDuration, "stored");
     }
 
     // The dialog takes up to 59 seconds more than a load lets through. Both are intended.
-    void defaultDuration_ofNearlyAThousandMinutesIsStoredUnclamped()
+    void defaultDuration_ofNearlyAThousandMinutes_isStoredUnclamped()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        execWith(dialog, [&] {
-            const QList<QSpinBox *> spinBoxes =
-                view.spinBoxesUnder(QStringLiteral("DEFAULT DURATION"));
-            spinBoxes.at(0)->setValue(999);
-            spinBoxes.at(1)->setValue(59);
-            view.okButton()->click();
+        Editor editor;
+        editor.runToOk([&] {
+            editor.spinBoxesUnder("DEFAULT DURATION").at(0)->setValue(999);
+            editor.spinBoxesUnder("DEFAULT DURATION").at(1)->setValue(59);
         });
-        QCOMPARE(record.defaultDuration, 59999);
         QVERIFY(storeBytes().contains("defaultDuration=59999\n"));
-        loadSettings(record);
-        QCOMPARE(record.defaultDuration, 59940);
-    }
-
-    void warningThreshold_hasItsRangeAndSuffix()
-    {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const QList<QSpinBox *> spinBoxes =
-            DialogView(dialog).spinBoxesUnder(QStringLiteral("WARNING THRESHOLD"));
-        QCOMPARE(spinBoxes.size(), 1);
-        QCOMPARE(spinBoxes.at(0)->minimum(), 1);
-        QCOMPARE(spinBoxes.at(0)->maximum(), 3600);
-        QCOMPARE(spinBoxes.at(0)->suffix(), QStringLiteral(" sec"));
-    }
-
-    void warningThreshold_showsAndStoresItsField_data()
-    {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("shown");
-        QTest::newRow("minimum") << 1 << 1;
-        QTest::newRow("within") << 61 << 61;
-        QTest::newRow("maximum") << 3600 << 3600;
-        QTest::newRow("nought") << 0 << 1;
-        QTest::newRow("above") << 3601 << 3600;
-        QTest::newRow("lowest number") << lowest << 1;
-        QTest::newRow("highest number") << highest << 3600;
-    }
-
-    void warningThreshold_showsAndStoresItsField()
-    {
-        QFETCH(const int, value);
-        QFETCH(const int, shown);
-        AppSettings record;
-        record.warningThreshold = value;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        QCOMPARE(view.spinBoxesUnder(QStringLiteral("WARNING THRESHOLD")).at(0)->value(), shown);
-        execWith(dialog, [&] { view.okButton()->click(); });
-        QCOMPARE(record.warningThreshold, shown);
-    }
-
-    void numberInputs_areAllSteppers()
-    {
-        AppSettings record = unusualRecord();
-        SettingsDialog dialog(&record, nullptr);
-        const QList<QSpinBox *> spinBoxes = dialog.findChildren<QSpinBox *>();
-        QCOMPARE(spinBoxes.size(), 8);
-        for (QSpinBox *spinBox : spinBoxes) {
-            spinBox->setValue(40); // within every range
-            const QList<QPushButton *> buttons =
-                spinBox->parentWidget()->findChildren<QPushButton *>(Qt::FindDirectChildrenOnly);
-            QCOMPARE(buttons.size(), 2);
-            QCOMPARE(buttons.at(0)->text(), QStringLiteral("◀"));
-            QCOMPARE(buttons.at(1)->text(), QStringLiteral("▶"));
-            buttons.at(0)->click();
-            QCOMPARE(spinBox->value(), 39);
-            buttons.at(1)->click();
-            buttons.at(1)->click();
-            QCOMPARE(spinBox->value(), 41);
-        }
+        loadSettings(editor.record);
+        QCOMPARE(editor.record.defaultDuration, 59940);
     }
 
     void longestNumbers_fitTheirSteppers()
     {
-        AppSettings record;
-        SettingsDialog dialog(&record, nullptr);
-        const DialogView view(dialog);
-        dialog.show();
-        for (const QString &title : {QStringLiteral("Fonts"), QStringLiteral("Timer")}) {
-            const QList<QSpinBox *> spinBoxes = view.showPage(title)->findChildren<QSpinBox *>();
+        Editor editor;
+        editor.dialog.show();
+        for (const QString title : {"Fonts", "Timer"}) {
+            const QList<QSpinBox *> spinBoxes = editor.showPage(title)->findChildren<QSpinBox *>();
             for (QSpinBox *spinBox : spinBoxes) {
                 spinBox->setValue(spinBox->maximum());
-                QCOMPARE(spinBox->parentWidget()->height(), 32);
-                QVERIFY(spinBox->width()
-                        >= spinBox->fontMetrics().horizontalAdvance(spinBox->text()));
+                const int textWidth = spinBox->fontMetrics().horizontalAdvance(spinBox->text());
+                QVERIFY(spinBox->width() >= textWidth);
             }
         }
     }

@@ -6,7 +6,7 @@
 
 #include "AboutDialog.h"
 
-/// What a person sees of the About card, found in the dialog's layouts.
+/// What the user sees of the About card, found in the dialog's layouts.
 class AboutCard
 {
 public:
@@ -34,22 +34,3 @@ private:
 
     QWidget *card;
 };
-
-/// The layout's items in order, one a line: a widget's class, a spacing's size, a nested
-/// layout's items in brackets.
-inline QStringList outline(const QLayout &layout)
-{
-    QStringList items;
-    for (int i = 0; i < layout.count(); ++i) {
-        QLayoutItem *item = layout.itemAt(i);
-        if (const QWidget *widget = item->widget())
-            items.append(widget->metaObject()->className());
-        else if (const QLayout *nested = item->layout())
-            items.append('[' + outline(*nested).join(' ') + ']');
-        else if (item->expandingDirections())
-            items.append("stretch");
-        else
-            items.append(QString::number(item->sizeHint().height()));
-    }
-    return items;
-}

@@ -4,63 +4,46 @@
 #include <QHostAddress>
 #include <QProcess>
 
-namespace {
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QSslCertificate readCertificate(const QString &path)
-{
-    return QSslCertificate::fromPath(path).value(0);
-}
-
-QStringList newKey(const QString &path)
-{
-    return {"-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-keyout", path};
-}
-
-} // namespace
-
 Authority::Authority()
+    : root(make("authority",
+                "basicConstraints = critical, CA:TRUE\nkeyUsage = keyCertSign\n"
+                "subjectKeyIdentifier = hash\n")
+               .certificate)
 {
-    const QByteArray settings = "[req]\ndistinguished_name = name\nprompt = no\n"
-                                "x509_extensions = extensions\n"
-                                "[name]\nCN = Throw-away authority of a test\n"
-                                "[extensions]\nbasicConstraints = critical, CA:TRUE\n"
-                                "keyUsage = keyCertSign\nsubjectKeyIdentifier = hash\n";
-    if (!writeFile(path("root.conf"), settings)) {
-        whatFailed = "no directory for certificates: " + directory.errorString();
-        return;
-    }
-    if (run(QStringList{"req", "-x509", "-days", "2", "-config", path("root.conf")}
-            + newKey(path("root.key")) + QStringList{"-out", path("root.pem")}))
-        root = readCertificate(path("root.pem"));
 }
 
 Authority::Identity Authority::issue(const QString &host)
 {
-    const bool isAddress = !QHostAddress(host).isNull();
-    const QByteArray settings = "[req]\ndistinguished_name = name\nprompt = no\n"
-                                "[name]\nCN = server\n"
-                                "[extensions]\nbasicConstraints = CA:FALSE\n"
-                                "extendedKeyUsage = serverAuth\n"
-                                "subjectAltName = "
-        + QByteArray(isAddress ? "IP:" : "DNS:") + host.toLatin1() + "\n";
+    const QByteArray kind = QHostAddress(host).isNull() ? "DNS:" : "IP:";
+    return make("server",
+                "basicConstraints = CA:FALSE\nextendedKeyUsage = serverAuth\nsubjectAltName = "
+                    + kind + host.toLatin1() + '\n',
+                {"-CA", path("authority.pem"), "-CAkey", path("authority.key")});
+}
+
+Authority::Identity Authority::make(const QString &name, const QByteArray &extensions,
+                                    const QStringList &signer)
+{
     Identity identity;
-    if (!writeFile(path("server.conf"), settings)
-        || !run(QStringList{"req", "-new", "-config", path("server.conf")}
-                + newKey(path("server.key")) + QStringList{"-out", path("server.csr")})
-        || !run({"x509", "-req", "-days", "2", "-in", path("server.csr"), "-CA", path("root.pem"),
-                 "-CAkey", path("root.key"), "-CAcreateserial", "-extfile", path("server.conf"),
-                 "-extensions", "extensions", "-out", path("server.pem")}))
+    QFile settings(path(name + ".conf"));
+    if (!settings.open(QIODevice::WriteOnly)) {
+        whatFailed = "no directory for certificates: " + settings.errorString();
         return identity;
-    QFile key(path("server.key"));
-    if (key.open(QIODevice::ReadOnly))
+    }
+    settings.write("[req]\ndistinguished_name = name\nprompt = no\nx509_extensions = extensions\n"
+                   "[name]\nCN = Throw-away "
+                   + name.toLatin1() + " of a test\n[extensions]\n" + extensions);
+    settings.close();
+    QFile key(path(name + ".key"));
+    const QString certificate = path(name + ".pem");
+    const QString kind =
+        "req -x509 -days 2 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes";
+    const QStringList files{"-config", settings.fileName(), "-keyout", key.fileName(),
+                            "-out",    certificate};
+    if (run(kind.split(' ') + files + signer) && key.open(QIODevice::ReadOnly)) {
         identity.key = QSslKey(&key, QSsl::Ec);
-    identity.certificate = readCertificate(path("server.pem"));
+        identity.certificate = QSslCertificate::fromPath(certificate).value(0);
+    }
     return identity;
 }
 

@@ -18,7 +18,6 @@ public:
 
     /// Makes the authority. On failure isValid() is false and problem() says why.
     Authority();
-
     bool isValid() const { return !root.isNull(); }
     QString problem() const { return whatFailed; }
     QSslCertificate certificate() const { return root; }
@@ -28,10 +27,13 @@ public:
     Identity issue(const QString &host);
 
 private:
+    /// Signed by itself without a signer.
+    Identity make(const QString &name, const QByteArray &extensions,
+                  const QStringList &signer = {});
     bool run(const QStringList &arguments);
     QString path(const QString &name) const { return directory.filePath(name); }
 
     QTemporaryDir directory;
-    QSslCertificate root;
     QString whatFailed;
+    QSslCertificate root;
 };

@@ -4,17 +4,6 @@
 
 #include <QSslSocket>
 
-UpdateServer::UpdateServer(QObject *parent)
-    : QTcpServer(parent)
-{
-    listen(QHostAddress::LocalHost);
-}
-
-void UpdateServer::setAnswer(const QByteArray &bytes, bool thenClose)
-{
-    pending = {{bytes, thenClose}};
-}
-
 void UpdateServer::answerLater(int index, const QByteArray &bytes)
 {
     requesters.at(index)->write(bytes);

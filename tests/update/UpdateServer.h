@@ -24,12 +24,12 @@ public:
         bool thenClose = false;
     };
 
-    explicit UpdateServer(QObject *parent = nullptr);
+    UpdateServer() { listen(QHostAddress::LocalHost); }
 
     /// The certificate to show; null breaks the handshake.
     void setIdentity(const Authority::Identity &identity) { shown = identity; }
     void setAnswers(const QList<Answer> &answers) { pending = answers; }
-    void setAnswer(const QByteArray &bytes, bool thenClose = false);
+    void setAnswer(const QByteArray &bytes) { pending = {{bytes}}; }
     /// Whether a tunnel is granted; otherwise the proxy answers with an error.
     void setGrantsTunnels(bool on) { grantsTunnels = on; }
 

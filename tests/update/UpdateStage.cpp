@@ -11,7 +11,9 @@
 #include <QSslConfiguration>
 #include <QTest>
 
+#include "Find.h"
 #include "Maker.h"
+#include "Updater.h"
 
 namespace {
 
@@ -20,30 +22,18 @@ constexpr int patienceMs = 20000;
 // "" takes what has no scheme at all.
 const QStringList schemes{"https", "http", "ftp", "file", "javascript", ""};
 
-SeenBox note(const QMessageBox &box)
-{
-    SeenBox seen{.title = box.windowTitle(),
-                 .text = box.text(),
-                 .informativeText = box.informativeText(),
-                 .textFormat = box.textFormat(),
-                 .icon = box.icon(),
-                 .buttons = {},
-                 .roles = {},
-                 .standardButtons = box.standardButtons(),
-                 .modal = box.isModal(),
-                 .hasParent = box.parent() != nullptr};
-    const QList<QAbstractButton *> buttons = box.buttons();
-    for (QAbstractButton *button : buttons) {
-        seen.buttons.append(button->text().remove('&'));
-        seen.roles.append(box.buttonRole(button));
-    }
-    return seen;
-}
-
 } // namespace
+
+const QString upToDateText = "You're up to date.\nVersion 1.1.4";
+
+QString offerText(const QString &version)
+{
+    return "<b>Velmora " + version + " is available</b><br>You have 1.1.4.";
+}
 
 UpdateStage::UpdateStage()
 {
+    QVERIFY2(!endpointIdentity().certificate.isNull(), qPrintable(trustedAuthority().problem()));
     QApplication::setQuitOnLastWindowClosed(false); // no window of the program is around
     server.setIdentity(endpointIdentity());
     QNetworkProxy::setApplicationProxy(
@@ -66,21 +56,42 @@ UpdateStage::~UpdateStage()
 void UpdateStage::press(const QString &buttonText)
 {
     act = [buttonText](QMessageBox &box) {
-        const QList<QAbstractButton *> buttons = box.buttons();
-        for (QAbstractButton *button : buttons) {
-            if (button->text() == buttonText) {
-                QTest::mouseClick(button, Qt::LeftButton);
-                return;
-            }
+        if (auto *button = findByText<QAbstractButton>(box, buttonText)) {
+            QTest::mouseClick(button, Qt::LeftButton);
+            return;
         }
         box.close();
         QFAIL(qPrintable("No button " + buttonText));
     };
 }
 
+QStringList UpdateStage::texts() const
+{
+    QStringList texts;
+    for (const SeenBox &box : seen)
+        texts.append(box.text);
+    return texts;
+}
+
+bool UpdateStage::check(const QByteArray &answer, bool silent)
+{
+    server.setAnswer(answer);
+    return check(silent);
+}
+
+bool UpdateStage::check(bool silent)
+{
+    Updater updater;
+    updater.check(silent);
+    return settle();
+}
+
 bool UpdateStage::settle(int count)
 {
-    return waitUntil([this, count] { return isSettled(count); });
+    return waitUntil([this, count] {
+        return tracked.size() == count && tracked.count(nullptr) == count
+            && !QApplication::activeModalWidget();
+    });
 }
 
 bool UpdateStage::waitUntil(const std::function<bool()> &condition)
@@ -97,17 +108,6 @@ bool UpdateStage::waitUntil(const std::function<bool()> &condition)
     return condition();
 }
 
-bool UpdateStage::isSettled(int count) const
-{
-    if (tracked.size() != count || QApplication::activeModalWidget())
-        return false;
-    for (const QPointer<QNetworkReply> &reply : tracked) {
-        if (reply)
-            return false;
-    }
-    return true;
-}
-
 // The network manager has no parent and cannot be found; its replies show themselves by
 // the events that reach them.
 bool UpdateStage::eventFilter(QObject *watched, QEvent *event)
@@ -119,18 +119,13 @@ bool UpdateStage::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void UpdateStage::open(const QUrl &url)
-{
-    addresses.append(QString::fromLatin1(url.toEncoded()));
-}
-
 void UpdateStage::lookForBox()
 {
     auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     if (!box || box == last || !box->isVisible())
         return;
     last = box;
-    seen.append(note(*box));
+    seen.append({box->windowTitle(), box->text(), box->informativeText()});
     if (act)
         act(*box);
     else

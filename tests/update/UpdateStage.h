@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include <QList>
 #include <QMessageBox>
@@ -15,29 +14,23 @@
 class QLabel;
 class QNetworkReply;
 
-/// A message box as a person saw it.
+/// A message box as the user saw it.
 struct SeenBox
 {
     QString title;
     QString text;
     QString informativeText;
-    Qt::TextFormat textFormat;
-    QMessageBox::Icon icon;
-    QStringList buttons;
-    QList<QMessageBox::ButtonRole> roles;
-    QMessageBox::StandardButtons standardButtons;
-    bool modal;
-    bool hasParent;
 };
 
-/// What stands around an update check: the endpoint, the person in front of the message
-/// boxes, and the browser.
+/// What stands around an update check: the endpoint, the user in front of the message boxes, and
+/// the browser.
 class UpdateStage : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Sends every request of this process through @p server.
+    /// Sends every request of this process through the server. Without its certificate the
+    /// test fails.
     UpdateStage();
     ~UpdateStage() override;
 
@@ -51,6 +44,7 @@ public:
 
     /// The message boxes that came up so far.
     QList<SeenBox> boxes() const { return seen; }
+    QStringList texts() const;
     /// The addresses that the browser was asked to open, encoded.
     QStringList opened() const { return addresses; }
     /// The requests' replies so far; null for one that is destroyed.
@@ -58,6 +52,9 @@ public:
     /// Runs the event loop until @p count replies have come, every one is destroyed, and no
     /// box is open; false if that takes longer than it ever should.
     bool settle(int count = 1);
+    /// Has an updater of its own check once, and settles.
+    bool check(bool silent = true);
+    bool check(const QByteArray &answer, bool silent = true);
     /// Runs the event loop until @p condition is met; false as above. Message boxes must
     /// open below an event loop, as they do in the program: without one around it, a box's
     /// own loop would run deletions that are due only after it.
@@ -66,10 +63,9 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public slots:
-    void open(const QUrl &url);
+    void open(const QUrl &url) { addresses.append(QString(url.toEncoded())); }
 
 private:
-    bool isSettled(int count) const;
     void lookForBox();
 
     std::function<void(QMessageBox &)> act;
@@ -84,6 +80,10 @@ private:
 /// endpoint's host; made on first use, and added to the default TLS configuration.
 Authority &trustedAuthority();
 const Authority::Identity &endpointIdentity();
+
+/// What the message boxes say.
+extern const QString upToDateText;
+QString offerText(const QString &version);
 
 /// The body of an update document for the product.
 QByteArray updateDocument(const QString &version, const QString &downloadUrl = {},

@@ -1,11 +1,15 @@
 #include "Updater.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QPointer>
+#include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QProxyStyle>
+#include <QRegularExpression>
 #include <QTest>
+#include <QTextDocument>
 
-#include "Maker.h"
+#include "Accessible.h"
+#include "StyleSheet.h"
 #include "TestMain.h"
 #include "UpdateStage.h"
 
@@ -13,137 +17,99 @@ namespace {
 
 const QString page = "https://download.example/velmora?a=1&b=%20#c";
 
+// Styles differ in whether a message box's texts can be selected, and a label that can do
+// so treats its text in another way.
+class MessageStyle : public QProxyStyle
+{
+public:
+    explicit MessageStyle(bool selectable)
+        : QProxyStyle("Fusion")
+        , selectable(selectable)
+    {
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        if (hint == SH_MessageBox_TextInteractionFlags)
+            return selectable ? Qt::TextSelectableByMouse : Qt::NoTextInteraction;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+
+private:
+    bool selectable;
+};
+
+// Closes the box whatever a check says before.
+void closeSoon(QMessageBox &box)
+{
+    QTimer::singleShot(0, &box, &QWidget::close);
+}
+
+QByteArray answerWithNotes(const QString &notes)
+{
+    return httpAnswer(updateDocument("2.0.0", page, notes));
+}
+
 } // namespace
 
-/// When each of the two message boxes comes up, and what it says.
+/// The two message boxes: what they hold, what the user reads, and what the browser opens.
 class UpdaterOfferTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
+    void cleanup()
     {
-        QVERIFY2(trustedAuthority().isValid(), qPrintable(trustedAuthority().problem()));
-        QVERIFY2(!endpointIdentity().certificate.isNull(),
-                 qPrintable(trustedAuthority().problem()));
+        qApp->setStyle("Fusion");
+        qApp->setStyleSheet({});
     }
 
-    void newerVersion_isOffered_data()
+    void box_looksLikeThis_data()
     {
+        using Buttons = QList<QPair<QString, QMessageBox::ButtonRole>>;
         QTest::addColumn<QString>("version");
-        QTest::addColumn<bool>("silent");
-        for (const char *version : {"1.1.5", "1.1.10", "1.2", "2", "1.2.0.0", "2.0.0-rc1", "10.0.0",
-                                    "2147483647.0.0", "1.1.5.0.0.0"}) {
-            QTest::addRow("%s, silent", version) << version << true;
-            QTest::addRow("%s, interactive", version) << version << false;
-        }
+        QTest::addColumn<QStringList>("texts"); // title, text, informative text
+        QTest::addColumn<Qt::TextFormat>("format");
+        QTest::addColumn<Buttons>("buttons");
+        QTest::addColumn<QMessageBox::StandardButtons>("standardButtons");
+        QTest::addRow("offer")
+            << "1.2.0"
+            << QStringList{"Update Available \u2014 Velmora",
+                           "<b>Velmora 1.2.0 is available</b><br>You have 1.1.4.", "Faster start."}
+            << Qt::RichText
+            << Buttons{{"Download", QMessageBox::AcceptRole}, {"Later", QMessageBox::RejectRole}}
+            << QMessageBox::StandardButtons(QMessageBox::NoButton);
+        QTest::addRow("confirmation")
+            << "1.1.4" << QStringList{"Velmora", "You're up to date.\nVersion 1.1.4", QString()}
+            << Qt::AutoText << Buttons{{"OK", QMessageBox::AcceptRole}}
+            << QMessageBox::StandardButtons(QMessageBox::Ok);
     }
 
-    void newerVersion_isOffered()
+    // A window that is active does not become the box's parent.
+    void box_looksLikeThis()
     {
         QFETCH(QString, version);
-        QFETCH(bool, silent);
-        UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument(version, page)));
-        Updater updater;
-        updater.check(silent);
-        QVERIFY(stage.settle());
-        QCOMPARE(stage.boxes().size(), 1);
-        QCOMPARE(stage.boxes().constFirst().text,
-                 "<b>Velmora " + version + " is available</b><br>You have 1.1.4.");
-        QVERIFY(stage.opened().isEmpty());
-    }
-
-    void sameOrOlderVersion_isConfirmedToAPersonOnly_data()
-    {
-        QTest::addColumn<QString>("version");
-        QTest::addColumn<bool>("silent");
-        for (const char *version :
-             {"1.1.4", "1.1.4.9", "1.1.4-beta", "1.1.3", "1.1", "1", "0.9.9", "v2.0.0", "latest",
-              ".", "2147483648.0.0", "99999999999999999999.0.0", "-2.0.0", "1.-2.0"}) {
-            QTest::addRow("%s, silent", version) << version << true;
-            QTest::addRow("%s, interactive", version) << version << false;
-        }
-    }
-
-    void sameOrOlderVersion_isConfirmedToAPersonOnly()
-    {
-        QFETCH(QString, version);
-        QFETCH(bool, silent);
-        UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument(version, page, "Notes")));
-        Updater updater;
-        updater.check(silent);
-        QVERIFY(stage.settle());
-        QCOMPARE(stage.boxes().size(), silent ? 0 : 1);
-        if (!silent)
-            QCOMPARE(stage.boxes().constFirst().text, "You're up to date.\nVersion 1.1.4");
-        QVERIFY(stage.opened().isEmpty());
-    }
-
-    void offer_looksLikeThis()
-    {
-        UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument("1.2.0", page, "Faster start.")));
-        Updater updater;
-        updater.check(true);
-        QVERIFY(stage.settle());
-        QCOMPARE(stage.boxes().size(), 1);
-        const SeenBox box = stage.boxes().constFirst();
-        QCOMPARE(box.title, QString::fromUtf8("Update Available \u2014 Velmora"));
-        QCOMPARE(box.icon, QMessageBox::Information);
-        QCOMPARE(box.textFormat, Qt::RichText);
-        QCOMPARE(box.text, "<b>Velmora 1.2.0 is available</b><br>You have 1.1.4.");
-        QCOMPARE(box.informativeText, "Faster start.");
-        QCOMPARE(box.buttons, QStringList({"Download", "Later"}));
-        QCOMPARE(
-            box.roles,
-            QList<QMessageBox::ButtonRole>({QMessageBox::AcceptRole, QMessageBox::RejectRole}));
-        QCOMPARE(box.standardButtons, QMessageBox::NoButton);
-        QVERIFY(box.modal);
-        QVERIFY(!box.hasParent);
-    }
-
-    void confirmation_looksLikeThis()
-    {
-        UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument("1.1.4", page, "Faster start.")));
-        Updater updater;
-        updater.check(false);
-        QVERIFY(stage.settle());
-        QCOMPARE(stage.boxes().size(), 1);
-        const SeenBox box = stage.boxes().constFirst();
-        QCOMPARE(box.title, "Velmora");
-        QCOMPARE(box.icon, QMessageBox::Information);
-        QCOMPARE(box.text, "You're up to date.\nVersion 1.1.4");
-        QCOMPARE(box.informativeText, QString());
-        QCOMPARE(box.standardButtons, QMessageBox::Ok);
-        QCOMPARE(box.buttons, QStringList("OK"));
-        QVERIFY(box.modal);
-        QVERIFY(!box.hasParent);
-    }
-
-    void box_hasNoParentWhateverIsActive_data()
-    {
-        QTest::addColumn<QString>("version");
-        QTest::addRow("offer") << "1.2.0";
-        QTest::addRow("confirmation") << "1.1.4";
-    }
-
-    void box_hasNoParentWhateverIsActive()
-    {
-        QFETCH(QString, version);
-        UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument(version)));
         QWidget window;
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        Updater updater;
-        updater.check(false);
-        QVERIFY(stage.settle());
+        UpdateStage stage;
+        stage.setAction([](QMessageBox &box) {
+            closeSoon(box);
+            QTEST(QStringList({box.windowTitle(), box.text(), box.informativeText()}), "texts");
+            QTEST(box.textFormat(), "format");
+            QTEST(box.standardButtons(), "standardButtons");
+            QList<QPair<QString, QMessageBox::ButtonRole>> buttons;
+            for (QAbstractButton *button : box.buttons())
+                buttons.append({button->text().remove('&'), box.buttonRole(button)});
+            QTEST(buttons, "buttons");
+            QCOMPARE(box.icon(), QMessageBox::Information);
+            QVERIFY(box.isModal());
+            QVERIFY(!box.parent());
+        });
+        QVERIFY(stage.check(httpAnswer(updateDocument(version, page, "Faster start.")), false));
         QCOMPARE(stage.boxes().size(), 1);
-        QVERIFY(!stage.boxes().constFirst().hasParent);
     }
 
     void versionText_isShownAsReceived_data()
@@ -152,7 +118,7 @@ private slots:
         for (const char *version :
              {"2.0.%1", "2.0.%2", "2.%2.%1", "2.%10.0", "2.<i>0</i>", "2.0&amp;", " 2.0.0 ",
               "2.0.0\n2.1.0", "2.0.0 \xC3\xA4\xE2\x82\xAC"})
-            QTest::addRow("%s", version) << QString::fromUtf8(version);
+            QTest::addRow("%s", version) << QString(version);
     }
 
     // Not escaped, unlike the release notes: the box draws its mark-up.
@@ -160,81 +126,224 @@ private slots:
     {
         QFETCH(QString, version);
         UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument(version)));
-        Updater updater;
-        updater.check(true);
-        QVERIFY(stage.settle());
-        QCOMPARE(stage.boxes().size(), 1);
-        QCOMPARE(stage.boxes().constFirst().text,
-                 QString("<b>Velmora ") + version + " is available</b><br>You have 1.1.4.");
+        QVERIFY(stage.check(httpAnswer(updateDocument(version))));
+        QCOMPARE(stage.texts(), QStringList(offerText(version)));
     }
 
-    // A reply that no check has asked for.
-    void freshUpdater_isSilent()
+    void releaseNotes_areEscaped_data()
     {
+        QTest::addColumn<QString>("notes");
+        QTest::addColumn<QString>("informativeText");
+        const char *const rows[][2] = {
+            {"", ""},
+            {"Faster start.", "Faster start."},
+            {"<b>Fixes</b>", "&lt;b&gt;Fixes&lt;/b&gt;"},
+            {"Fixes & more", "Fixes &amp; more"},
+            {"&lt;", "&amp;lt;"},
+            {"the \"big\" one's", "the &quot;big&quot; one's"},
+            {"%1 and %2", "%1 and %2"},
+            {"one\ntwo & three", "one\ntwo &amp; three"},
+            {"  ", "  "},
+        };
+        for (const auto &row : rows)
+            QTest::addRow("\"%s\"", row[0]) << QString(row[0]) << QString(row[1]);
+    }
+
+    void releaseNotes_areEscaped()
+    {
+        QFETCH(QString, notes);
         UpdateStage stage;
-        stage.server.setAnswer(httpAnswer(updateDocument("1.1.4")));
-        Updater updater;
-        QNetworkAccessManager network;
-        connect(&network, &QNetworkAccessManager::finished, &updater, [&](QNetworkReply *reply) {
-            QMetaObject::invokeMethod(&updater, "onReply", Q_ARG(QNetworkReply *, reply));
-        });
-        network.get(QNetworkRequest(QUrl(QString("https://") + makerUpdateHost)));
-        QVERIFY(stage.settle());
-        QVERIFY(stage.boxes().isEmpty());
+        QVERIFY(stage.check(answerWithNotes(notes)));
+        QCOMPARE(stage.texts(), QStringList(offerText("2.0.0")));
+        QTEST(stage.boxes().constFirst().informativeText, "informativeText");
     }
 
-    void answerInFlight_isTreatedInTheLastMode_data()
+    void releaseNotes_areReadAsWritten_data()
     {
-        QTest::addColumn<bool>("first");
-        QTest::addColumn<bool>("second");
-        QTest::addColumn<int>("boxes");
-        QTest::addRow("silent, then interactive") << true << false << 2;
-        QTest::addRow("interactive, then silent") << false << true << 0;
+        QTest::addColumn<QString>("notes");
+        for (const char *notes :
+             {"Faster start.", "Fixes & more <beta>", "Fixes & more", "The \"big\" one",
+              "<b>Fixes</b><br>and <img src='x'>", "&lt;b&gt; &amp;amp;",
+              "Faster start.\n\n- one\n- two", "Fixes <beta>\n\n  - one & two\n  - three"})
+            QTest::addRow("%s", notes) << QString(notes);
     }
 
-    // The mode is kept by the updater, not by the request.
-    void answerInFlight_isTreatedInTheLastMode()
+    // The box holds the escaped text; the eye gets what the label makes of it.
+    void releaseNotes_areReadAsWritten()
     {
-        QFETCH(bool, first);
-        QFETCH(bool, second);
+        QFETCH(QString, notes);
+        for (const bool selectable : {true, false}) {
+            qApp->setStyle(new MessageStyle(selectable));
+            UpdateStage stage;
+            QString read;
+            stage.setAction([&](QMessageBox &box) {
+                const QList<QLabel *> labels = box.findChildren<QLabel *>();
+                for (const QLabel *label : labels) {
+                    if (label->text() != notes.toHtmlEscaped())
+                        continue;
+                    const auto *document = label->findChild<QTextDocument *>();
+                    const bool isPlain = label->textFormat() == Qt::PlainText || !document;
+                    read = isPlain ? label->text() : document->toPlainText();
+                }
+                box.close();
+            });
+            QVERIFY(stage.check(answerWithNotes(notes)));
+            QCOMPARE(read, notes);
+        }
+    }
+
+    void box_isSaidWithoutMarkUpAndWalked_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("lines");
+        // The second would be filled in, were the text a template.
+        for (const QString version : {"1.2.0", "1.2.0.%2"}) {
+            QTest::newRow(qPrintable(version))
+                << version << "Velmora " + version + " is available. You have 1.1.4."
+                << QStringList{"button Download", "button Later",
+                               "Velmora " + version + " is available\nYou have 1.1.4.",
+                               "Faster start."};
+        }
+        QTest::newRow("confirmation")
+            << "1.1.4" << QString() << QStringList{"button OK", upToDateText};
+    }
+
+    void box_isSaidWithoutMarkUpAndWalked()
+    {
+        QFETCH(QString, version);
+        QFETCH(QString, name);
+        qApp->setStyleSheet(applicationStyleSheet()); // as in the program, for the places
         UpdateStage stage;
-        Updater updater;
-        updater.check(first);
-        QTRY_COMPARE(stage.server.requests().size(), 1);
-        updater.check(second);
-        QTRY_COMPARE(stage.server.requests().size(), 2);
-        stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
-        stage.server.answerLater(1, httpAnswer(updateDocument("1.1.4")));
-        QVERIFY(stage.settle(2));
-        QTEST(int(stage.boxes().size()), "boxes");
-    }
-
-    void otherReplies_areServedWhileABoxIsOpen()
-    {
-        UpdateStage stage;
-        Updater first;
-        Updater second;
-        first.check(false);
-        second.check(false);
-        QTRY_COMPARE(stage.server.requests().size(), 2);
-        stage.server.answerLater(0, httpAnswer(updateDocument("1.1.4")));
-        bool answered = false;
-        QPointer<QMessageBox> below;
+        QStringList lines;
         stage.setAction([&](QMessageBox &box) {
-            if (!answered) {
-                answered = true; // the first box stays open until the second was seen
-                below = &box;
-                stage.server.answerLater(1, httpAnswer(updateDocument("2.0.0")));
-                return;
-            }
-            QVERIFY(below);
-            QVERIFY(below->isVisible());
-            box.close();
-            below->close();
+            closeSoon(box);
+            lines = controlLines(box) + textLines(box);
+            if (!name.isEmpty())
+                QCOMPARE(QAccessible::queryAccessibleInterface(&box)->text(QAccessible::Name),
+                         name);
+            QCOMPARE(unsayableNames(box), QStringList());
+            QCOMPARE(tabDetours(box), QStringList());
         });
-        QVERIFY(stage.settle(2));
-        QCOMPARE(stage.boxes().size(), 2);
+        QVERIFY(stage.check(httpAnswer(updateDocument(version, {}, "Faster start.")), false));
+        QTEST(lines, "lines");
+    }
+
+    void releaseNotes_growTheBoxByTheirLines()
+    {
+        const auto heightWith = [](const QString &notes) {
+            UpdateStage stage;
+            int height = 0;
+            stage.setAction([&](QMessageBox &box) {
+                height = box.height();
+                box.close();
+            });
+            return stage.check(answerWithNotes(notes)) ? height : 0;
+        };
+        for (const QString &styleSheet : {QString(), applicationStyleSheet()}) {
+            qApp->setStyleSheet(styleSheet);
+            const int line = QFontMetrics(qApp->font()).height();
+            const int oneLine = heightWith("<one>");
+            QVERIFY(oneLine > 0);
+            QVERIFY(heightWith("<one>\n2\n3\n4\n5\n6\n7\n8") >= oneLine + 7 * (line - 1));
+            QVERIFY(heightWith("one\n2\n3\n4\n5\n6\n7\n8") >= oneLine + 7 * (line - 1));
+        }
+    }
+
+    void download_opensHttpsAddressesOnly_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QStringList>("opened");
+        QTest::addRow("https") << page << QStringList(page);
+        QTest::addRow("https, other letters in capitals")
+            << "https://Download.Example/A" << QStringList("https://download.example/A");
+        QTest::addRow("https, blank inside")
+            << "https://a.example/a b" << QStringList("https://a.example/a%20b");
+        // The scheme ends with its colon.
+        for (const char *address : {"https:a.example", "https:/a.example", "https:"})
+            QTest::addRow("\"%s\"", address) << address << QStringList(address);
+        for (const char *address : {"",
+                                    "http://a.example/",
+                                    "HTTPS://a.example/",
+                                    "Https://a.example/",
+                                    "httpS://a.example/",
+                                    "ftp://a.example/",
+                                    "file:///etc/hostname",
+                                    "javascript:alert(1)",
+                                    "httpsx://a.example/",
+                                    "xhttps://a.example/",
+                                    "https",
+                                    "https//a.example/",
+                                    " https://a.example/",
+                                    "\thttps://a.example/",
+                                    "\nhttps://a.example/",
+                                    "a.example",
+                                    "//a.example/",
+                                    "/https:",
+                                    "https://[",
+                                    "https://a.example:port/",
+                                    "https ://a.example/",
+                                    "%68ttps://a.example/",
+                                    "\"https://a.example/\""})
+            QTest::addRow("\"%s\"", address) << address << QStringList();
+    }
+
+    void download_opensHttpsAddressesOnly()
+    {
+        QTest::failOnWarning(QRegularExpression("^(?!This plugin does not support propagate)"));
+        QFETCH(QString, address);
+        UpdateStage stage;
+        stage.press("Download");
+        QVERIFY(stage.check(httpAnswer(updateDocument("2.0.0", address))));
+        QCOMPARE(stage.boxes().size(), 1);
+        QTEST(stage.opened(), "opened");
+    }
+
+    void anyOtherEnd_opensNothing_data()
+    {
+        using End = std::function<void(QMessageBox &)>;
+        QTest::addColumn<End>("end");
+        QTest::addRow("Later") << End();
+        QTest::addRow("Escape") << End([](QMessageBox &b) { QTest::keyClick(&b, Qt::Key_Escape); });
+        QTest::addRow("closing the window") << End([](QMessageBox &box) { box.close(); });
+        QTest::addRow("hiding the window") << End([](QMessageBox &box) { box.hide(); });
+    }
+
+    void anyOtherEnd_opensNothing()
+    {
+        QFETCH(const std::function<void(QMessageBox &)>, end);
+        UpdateStage stage;
+        if (end)
+            stage.setAction(end);
+        else
+            stage.press("Later");
+        QVERIFY(stage.check(httpAnswer(updateDocument("2.0.0", page)), false));
+        QCOMPARE(stage.boxes().size(), 1);
+        QVERIFY(stage.opened().isEmpty());
+    }
+
+    void linkInTheVersion_isNotFollowed()
+    {
+        const QString address = "https://link.example/";
+        UpdateStage stage;
+        QStringList clicked;
+        stage.setAction([&](QMessageBox &box) {
+            const QList<QLabel *> labels = box.findChildren<QLabel *>();
+            for (QLabel *label : labels) {
+                connect(label, &QLabel::linkActivated, label,
+                        [&](const QString &link) { clicked.append(link); });
+                for (int x = 0; x < label->width(); x += 8) {
+                    for (int y = 0; y < label->height(); y += 8)
+                        QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, QPoint(x, y));
+                }
+            }
+            QTest::keyClick(&box, Qt::Key_Tab);
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        const QString version = "2.0.0.<a href=\"" + address + "\">newest</a>";
+        QVERIFY(stage.check(httpAnswer(updateDocument(version))));
+        QCOMPARE(stage.opened(), QStringList());
+        QVERIFY(clicked.contains(address));
     }
 };
 
