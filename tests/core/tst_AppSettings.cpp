@@ -170,9 +170,6 @@ private slots:
         QCoreApplication::setApplicationName({});
         QVERIFY(storeExists());
         QCOMPARE(settings.clockFontSize, 21);
-        QVERIFY2(storeFilePath().contains("Velmora/Velmora")
-                     || storeFilePath().contains("Velmora\\Velmora"),
-                 qPrintable(storeFilePath()));
     }
 
     void save_replacesItsKeysAndKeepsThoseOfOthers()
