@@ -1,4 +1,4 @@
-#include "ControlWindow.h"
+#include "ControlWindowUi.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -6,6 +6,7 @@
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
@@ -13,15 +14,13 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-#include "AboutDialog.h"
 #include "AppSettings.h"
+#include "AudioCue.h"
 #include "Button.h"
 #include "FormHelpers.h"
 #include "Logo.h"
-#include "OutputWindow.h"
 #include "PresetStrip.h"
 #include "Stepper.h"
-#include "TimerEngine.h"
 
 namespace {
 
@@ -54,14 +53,14 @@ QPixmap readLogo()
 
 } // namespace
 
-void ControlWindow::buildUi()
+ControlWindowUi::ControlWindowUi(QMainWindow *window, AppSettings *settings, AudioCue *cue)
 {
     auto *central = new QWidget;
-    setCentralWidget(central);
+    window->setCentralWidget(central);
     auto *mainLayout = new QVBoxLayout(central);
     mainLayout->setContentsMargins(12, 6, 12, 6);
 
-    mainLayout->addLayout(buildHeaderRow());
+    mainLayout->addLayout(makeHeaderRow());
     mainLayout->addWidget(makeLine());
 
     timerPreview = new QLabel(QStringLiteral("05:00"));
@@ -71,31 +70,24 @@ void ControlWindow::buildUi()
     timerPreview->setAccessibleDescription(tr("Timer")); // its name is the figure itself
     mainLayout->addWidget(timerPreview);
 
-    mainLayout->addWidget(buildScrollArea(), 1);
+    mainLayout->addWidget(makeScrollArea(central, settings, cue), 1);
     mainLayout->addWidget(makeLine());
-    mainLayout->addLayout(buildBottomRow());
+    mainLayout->addLayout(makeBottomRow());
 
-    statusBar()->hide();
+    window->statusBar()->hide();
 }
 
-QLayout *ControlWindow::buildHeaderRow()
+QLayout *ControlWindowUi::makeHeaderRow()
 {
-    // Two leading blanks part the text from the logo.
-    QPushButton *titleBtn =
-        makeHooked(tr("  VELMORA"), tr("About Velmora"), QStringLiteral("appTitle"));
+    // Two leading blanks separate the text from the logo.
+    titleBtn = makeHooked(tr("  VELMORA"), tr("About Velmora"), QStringLiteral("appTitle"));
     titleBtn->setIcon(readLogo());
     titleBtn->setIconSize(QSize(28, 28));
     titleBtn->setStyleSheet(titleStyle);
-    connect(titleBtn, &QPushButton::clicked, this, [this] {
-        AboutDialog dialog(this);
-        dialog.exec();
-    });
 
-    QPushButton *settingsBtn =
-        makeHooked(QStringLiteral("⚙"), tr("Settings"), QStringLiteral("settingsBtn"));
+    settingsBtn = makeHooked(QStringLiteral("⚙"), tr("Settings"), QStringLiteral("settingsBtn"));
     settingsBtn->setFixedSize(36, 36);
     settingsBtn->setToolTip(tr("Settings"));
-    connect(settingsBtn, &QPushButton::clicked, this, &ControlWindow::openSettings);
 
     auto *row = new QHBoxLayout;
     row->addWidget(titleBtn);
@@ -104,11 +96,11 @@ QLayout *ControlWindow::buildHeaderRow()
     return row;
 }
 
-QWidget *ControlWindow::buildScrollArea()
+QWidget *ControlWindowUi::makeScrollArea(QWidget *parent, AppSettings *settings, AudioCue *cue)
 {
     // In its place before it is filled: a widget that is moved gets its style
     // again, and with it all that it holds.
-    auto *scrollArea = new QScrollArea(centralWidget());
+    auto *scrollArea = new QScrollArea(parent);
     scrollArea->setAccessibleName(tr("Timer controls")); // Tab stops at it, too
     scrollArea->setWidgetResizable(true);
     scrollArea->setFrameShape(QFrame::NoFrame);
@@ -123,31 +115,30 @@ QWidget *ControlWindow::buildScrollArea()
     column->setContentsMargins(0, 0, 4, 0); // on the right, room for the thin scroll bar
     column->setSpacing(5);
 
-    column->addLayout(buildDirectionRow());
+    column->addLayout(makeDirectionRow());
     column->addWidget(makeLine());
-    column->addLayout(buildTransportRow());
-    column->addLayout(buildAdjustRow());
+    column->addLayout(makeTransportRow());
+    column->addLayout(makeAdjustRow());
 
     QFrame *lineUnderAdjustRow = makeLine();
     column->addWidget(lineUnderAdjustRow);
     // The style sheet makes the two buttons higher than their row: their lower borders lie there.
     lineUnderAdjustRow->stackUnder(plusMinBtn);
-    QLayout *setTimeRow = buildSetTimeRow();
+    QLayout *setTimeRow = makeSetTimeRow(settings->defaultDuration);
     column->addWidget(makeHookedHeader(tr("Set Time"), minSpin));
     column->addLayout(setTimeRow);
 
     column->addWidget(makeLine());
     presetList = new PresetStrip(settings);
-    connect(presetList, &PresetStrip::presetClicked, this, &ControlWindow::onPreset);
     column->addWidget(makeHookedHeader(tr("Presets  —  drag to reorder"), presetList));
     column->addWidget(presetList);
 
     column->addWidget(makeLine());
     column->addWidget(makeHookedHeader(tr("Output View")));
-    column->addLayout(buildViewRow());
+    column->addLayout(makeViewRow());
 
     column->addWidget(makeLine());
-    QLayout *messageRow = buildMessageRow();
+    QLayout *messageRow = makeMessageRow();
     column->addWidget(makeHookedHeader(tr("Message Overlay"), messageEdit));
     column->addLayout(messageRow);
 
@@ -160,13 +151,10 @@ QWidget *ControlWindow::buildScrollArea()
     return scrollArea;
 }
 
-// The two are kept exclusive by hand, as the three of the view row are.
-QLayout *ControlWindow::buildDirectionRow()
+QLayout *ControlWindowUi::makeDirectionRow()
 {
     countdownBtn = makeCheckable(tr("▼  Countdown"), tr("Countdown"), true);
     countUpBtn = makeCheckable(tr("▲  Count Up"), tr("Count up"));
-    connect(countdownBtn, &QPushButton::clicked, this, [this] { chooseDirection(false); });
-    connect(countUpBtn, &QPushButton::clicked, this, [this] { chooseDirection(true); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(countdownBtn);
@@ -174,14 +162,11 @@ QLayout *ControlWindow::buildDirectionRow()
     return row;
 }
 
-QLayout *ControlWindow::buildTransportRow()
+QLayout *ControlWindowUi::makeTransportRow()
 {
     startBtn = makeHooked(tr("▶  START"), tr("Start"), QStringLiteral("startBtn"));
     pauseBtn = makeHooked(tr("⏸  PAUSE"), tr("Pause"), QStringLiteral("pauseBtn"));
     resetBtn = makeHooked(tr("↺  RESET"), tr("Reset"), QStringLiteral("resetBtn"));
-    connect(startBtn, &QPushButton::clicked, engine, &TimerEngine::start);
-    connect(pauseBtn, &QPushButton::clicked, engine, &TimerEngine::pause);
-    connect(resetBtn, &QPushButton::clicked, engine, &TimerEngine::reset);
 
     auto *row = new QHBoxLayout;
     row->addWidget(startBtn);
@@ -190,15 +175,12 @@ QLayout *ControlWindow::buildTransportRow()
     return row;
 }
 
-// Neither re-arms the cue: adding a minute at zero does not make the same run sound twice.
-QLayout *ControlWindow::buildAdjustRow()
+QLayout *ControlWindowUi::makeAdjustRow()
 {
     plusMinBtn = makeButton(tr("+1 min"), tr("Add 1 minute"));
     minusMinBtn = makeButton(tr("−1 min"), tr("Subtract 1 minute"));
     plusMinBtn->setFixedHeight(30);
     minusMinBtn->setFixedHeight(30);
-    connect(plusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(60); });
-    connect(minusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(-60); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(plusMinBtn);
@@ -206,21 +188,18 @@ QLayout *ControlWindow::buildAdjustRow()
     return row;
 }
 
-QLayout *ControlWindow::buildSetTimeRow()
+QLayout *ControlWindowUi::makeSetTimeRow(int secs)
 {
-    minSpin = makeSpinBox({0, 999}, tr(" min"), settings->defaultDuration / 60, tr("Minutes"));
-    secSpin = makeSpinBox({0, 59}, tr(" sec"), settings->defaultDuration % 60, tr("Seconds"));
+    minSpin = makeSpinBox({0, 999}, tr(" min"), secs / 60, tr("Minutes"));
+    secSpin = makeSpinBox({0, 59}, tr(" sec"), secs % 60, tr("Seconds"));
 
-    QPushButton *setBtn = makeButton(tr("Set"), tr("Set time"));
+    setBtn = makeButton(tr("Set"), tr("Set time"));
     setBtn->setFixedSize(60, 32);
     setBtn->setStyleSheet(setButtonStyle);
-    connect(setBtn, &QPushButton::clicked, this, &ControlWindow::onSetTime);
 
-    QPushButton *addToPresetBtn = makeButton(tr("Add to Preset"), tr("Add to presets"));
+    addToPresetBtn = makeButton(tr("Add to Preset"), tr("Add to presets"));
     addToPresetBtn->setFixedSize(100, 32);
     addToPresetBtn->setStyleSheet(addToPresetStyle);
-    connect(addToPresetBtn, &QPushButton::clicked, this,
-            [this] { presetList->add(setTimeSeconds()); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(makeStepper(minSpin));
@@ -231,17 +210,11 @@ QLayout *ControlWindow::buildSetTimeRow()
     return row;
 }
 
-QLayout *ControlWindow::buildViewRow()
+QLayout *ControlWindowUi::makeViewRow()
 {
     viewTimerBtn = makeCheckable(tr("⏱  Timer"), tr("Timer view"));
     viewClockBtn = makeCheckable(tr("🕐  Clock"), tr("Clock view"));
     viewBothBtn = makeCheckable(tr("⊞  Both"), tr("Both views"), true); // as the output starts
-    connect(viewTimerBtn, &QPushButton::clicked, this,
-            [this] { onViewChanged(OutputWindow::TimerView); });
-    connect(viewClockBtn, &QPushButton::clicked, this,
-            [this] { onViewChanged(OutputWindow::ClockView); });
-    connect(viewBothBtn, &QPushButton::clicked, this,
-            [this] { onViewChanged(OutputWindow::BothViews); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(viewTimerBtn);
@@ -250,16 +223,13 @@ QLayout *ControlWindow::buildViewRow()
     return row;
 }
 
-QLayout *ControlWindow::buildMessageRow()
+QLayout *ControlWindowUi::makeMessageRow()
 {
     messageEdit = new QLineEdit;
     messageEdit->setPlaceholderText(tr("Enter message to push to output screen…"));
     messageEdit->setAccessibleName(tr("Message overlay"));
-    QPushButton *pushBtn = makeFixedWidth(tr("Push"), tr("Push message"), 60);
-    QPushButton *clearBtn = makeFixedWidth(tr("Clear"), tr("Clear message"), 60);
-    connect(pushBtn, &QPushButton::clicked, this, &ControlWindow::onPushMessage);
-    connect(messageEdit, &QLineEdit::returnPressed, this, &ControlWindow::onPushMessage);
-    connect(clearBtn, &QPushButton::clicked, this, &ControlWindow::onClearMessage);
+    pushBtn = makeFixedWidth(tr("Push"), tr("Push message"), 60);
+    clearBtn = makeFixedWidth(tr("Clear"), tr("Clear message"), 60);
 
     auto *row = new QHBoxLayout;
     row->addWidget(messageEdit, 1);
@@ -268,33 +238,36 @@ QLayout *ControlWindow::buildMessageRow()
     return row;
 }
 
-void ControlWindow::onPushMessage()
-{
-    const QString message = messageEdit->text().trimmed();
-    if (!message.isEmpty())
-        output->setMessage(message);
-}
-
-void ControlWindow::onClearMessage()
-{
-    output->clearMessage();
-    messageEdit->clear();
-}
-
-QLayout *ControlWindow::buildBottomRow()
+QLayout *ControlWindowUi::makeBottomRow()
 {
     outputToggleBtn = new Button;
     outputToggleBtn->setObjectName(QStringLiteral("outputToggleBtn"));
     offerOutput(true); // at start, whether the Output window is shown yet or not
     outputToggleBtn->setFixedHeight(38);
-    connect(outputToggleBtn, &QPushButton::clicked, this, &ControlWindow::toggleOutput);
 
-    QPushButton *previewBtn = makeFixedWidth(tr("Preview"), tr("Output preview"), 100);
+    previewBtn = makeFixedWidth(tr("Preview"), tr("Output preview"), 100);
     previewBtn->setFixedHeight(38);
-    connect(previewBtn, &QPushButton::clicked, this, [this] { preview.toggle(); });
 
     auto *row = new QHBoxLayout;
     row->addWidget(outputToggleBtn);
     row->addWidget(previewBtn);
     return row;
+}
+
+int ControlWindowUi::enteredTime() const
+{
+    return minSpin->value() * 60 + secSpin->value();
+}
+
+void ControlWindowUi::enterTime(int secs)
+{
+    minSpin->setValue(secs / 60);
+    secSpin->setValue(secs % 60);
+}
+
+void ControlWindowUi::offerOutput(bool showing)
+{
+    outputToggleBtn->setText(showing ? tr("▶  Show Output Window") : tr("■  Hide Output Window"));
+    outputToggleBtn->setAccessibleName(showing ? tr("Show Output Window")
+                                               : tr("Hide Output Window"));
 }
