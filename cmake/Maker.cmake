@@ -1,5 +1,5 @@
-# What belongs to whoever publishes a build. The defaults lie in a domain that is
-# reserved for examples: an unconfigured build asks nobody's server.
+# What belongs to the vendor, who publishes a build. The defaults lie in a domain that is reserved
+# for examples: an unconfigured build asks no real server.
 set(VELMORA_UPDATE_HOST "updates.velmora.example" CACHE STRING
     "Host of the update document https://HOST/api/versions.json")
 set(VELMORA_WEB_SITE "https://www.velmora.example" CACHE STRING
@@ -11,7 +11,7 @@ set(VELMORA_CREDIT_LINE_2 "the Velmora authors" CACHE STRING
 set(VELMORA_CONTACT "the Velmora authors <authors@velmora.example>" CACHE STRING
     "Who answers for the packages, as in: Name <address>")
 
-# Checked as far as a mistake would go unnoticed until a person presses a button.
+# Checked as far as a mistake would go unnoticed until a user presses a button.
 set(label "[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?")
 set(host "${label}(\\.${label})*")
 

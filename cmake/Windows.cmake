@@ -22,6 +22,14 @@ set_property(SOURCE "${PROJECT_BINARY_DIR}/packaging/velmora.rc"
         "${PROJECT_SOURCE_DIR}/assets/icons/velmora.ico"
         "${PROJECT_SOURCE_DIR}/packaging/windows/velmora.manifest")
 
+# `cpack` makes the zip.
+string(TOLOWER "${CMAKE_SYSTEM_PROCESSOR}" processor)
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_FILE_NAME "velmora-${PROJECT_VERSION}-windows-${processor}")
+unset(processor)
+set(CPACK_STRIP_FILES OFF) # done already where it is possible
+include(CPack)
+
 # The program's own folder: its libraries beside it, Qt's plug-ins below it.
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
 # What Qt and the compiler's libraries ask for; tools/windows/build collects it.

@@ -13,7 +13,7 @@ endforeach()
 find_program(makensis makensis REQUIRED)
 file(TO_NATIVE_PATH "${STAGE}" native_stage) # where it runs on Windows, it divides only such paths
 
-# The uninstaller is told each file and, the inner ones first, each folder.
+# The uninstaller gets each file and, the inner ones first, each folder.
 file(GLOB_RECURSE paths LIST_DIRECTORIES true RELATIVE "${STAGE}" "${STAGE}/*")
 list(SORT paths ORDER DESCENDING)
 set(files "")

@@ -3,10 +3,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTimer>
 
+#include "AboutDialog.h"
 #include "AppSettings.h"
 #include "Figure.h"
 #include "OutputWindow.h"
@@ -33,6 +34,8 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     , settings(settings)
     , engine(engine)
     , output(output)
+    , shortcuts(
+          settings, engine, [this] { toggleOutput(); }, this)
     , preview(output)
 {
     setWindowTitle(tr("Velmora — Control"));
@@ -45,7 +48,7 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     connect(engine, &TimerEngine::tick, this, &ControlWindow::onTimerTick);
     connect(engine, &TimerEngine::stateChanged, this, &ControlWindow::onStateChanged);
     qApp->installEventFilter(this);
-    setupShortcuts();
+    shortcuts.setupShortcuts();
 
     previewTimer = new QTimer(this);
     connect(previewTimer, &QTimer::timeout, this, [this] { preview.refresh(); });
@@ -56,6 +59,45 @@ ControlWindow::ControlWindow(AppSettings *settings, TimerEngine *engine, OutputW
     connect(blinkTimer, &QTimer::timeout, this, &ControlWindow::toggleBlink);
 
     redrawFigure(engine->remaining());
+}
+
+void ControlWindow::buildUi()
+{
+    ui = std::make_unique<ControlWindowUi>(this, settings, cue.get());
+
+    connect(ui->titleBtn, &QPushButton::clicked, this, [this] {
+        AboutDialog dialog(this);
+        dialog.exec();
+    });
+    connect(ui->settingsBtn, &QPushButton::clicked, this, &ControlWindow::openSettings);
+
+    connect(ui->countdownBtn, &QPushButton::clicked, this, [this] { chooseDirection(false); });
+    connect(ui->countUpBtn, &QPushButton::clicked, this, [this] { chooseDirection(true); });
+    connect(ui->startBtn, &QPushButton::clicked, engine, &TimerEngine::start);
+    connect(ui->pauseBtn, &QPushButton::clicked, engine, &TimerEngine::pause);
+    connect(ui->resetBtn, &QPushButton::clicked, engine, &TimerEngine::reset);
+    // Neither re-arms the cue: adding a minute at zero does not make the same run sound twice.
+    connect(ui->plusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(60); });
+    connect(ui->minusMinBtn, &QPushButton::clicked, this, [this] { engine->addSeconds(-60); });
+
+    connect(ui->setBtn, &QPushButton::clicked, this, &ControlWindow::onSetTime);
+    connect(ui->addToPresetBtn, &QPushButton::clicked, this,
+            [this] { ui->presetList->add(ui->enteredTime()); });
+    connect(ui->presetList, &PresetStrip::presetClicked, this, &ControlWindow::onPreset);
+
+    connect(ui->viewTimerBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::TimerView); });
+    connect(ui->viewClockBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::ClockView); });
+    connect(ui->viewBothBtn, &QPushButton::clicked, this,
+            [this] { onViewChanged(OutputWindow::BothViews); });
+
+    connect(ui->pushBtn, &QPushButton::clicked, this, &ControlWindow::onPushMessage);
+    connect(ui->messageEdit, &QLineEdit::returnPressed, this, &ControlWindow::onPushMessage);
+    connect(ui->clearBtn, &QPushButton::clicked, this, &ControlWindow::onClearMessage);
+
+    connect(ui->outputToggleBtn, &QPushButton::clicked, this, &ControlWindow::toggleOutput);
+    connect(ui->previewBtn, &QPushButton::clicked, this, [this] { preview.toggle(); });
 }
 
 // Only a tick checks the cue. The blink's return, a settings change and the first drawing
@@ -71,15 +113,15 @@ void ControlWindow::onTimerTick(int seconds)
 // The only place that enables or disables START and PAUSE; both are enabled at start.
 void ControlWindow::onStateChanged(bool running)
 {
-    startBtn->setEnabled(!running);
-    pauseBtn->setEnabled(running);
+    ui->startBtn->setEnabled(!running);
+    ui->pauseBtn->setEnabled(running);
     if (!running)
         cue->rearm();
 }
 
 void ControlWindow::onSetTime()
 {
-    loadDuration(setTimeSeconds());
+    loadDuration(ui->enteredTime());
 }
 
 // The cue is re-armed last: at a duration of zero it has just been heard.
@@ -98,22 +140,42 @@ void ControlWindow::onCountModeChanged(bool countUp)
 
 void ControlWindow::onViewChanged(int mode)
 {
-    viewTimerBtn->setChecked(mode == OutputWindow::TimerView);
-    viewClockBtn->setChecked(mode == OutputWindow::ClockView);
-    viewBothBtn->setChecked(mode == OutputWindow::BothViews);
+    ui->viewTimerBtn->setChecked(mode == OutputWindow::TimerView);
+    ui->viewClockBtn->setChecked(mode == OutputWindow::ClockView);
+    ui->viewBothBtn->setChecked(mode == OutputWindow::BothViews);
     if (mode >= OutputWindow::TimerView && mode <= OutputWindow::BothViews)
         output->setViewMode(mode);
 }
 
+void ControlWindow::onPushMessage()
+{
+    const QString message = ui->messageEdit->text().trimmed();
+    if (!message.isEmpty())
+        output->setMessage(message);
+}
+
+void ControlWindow::onClearMessage()
+{
+    output->clearMessage();
+    ui->messageEdit->clear();
+}
+
+// Loading never starts the timer; a running count stops at the new value.
+void ControlWindow::onPreset(int secs)
+{
+    loadDuration(secs);
+    ui->enterTime(secs);
+}
+
 void ControlWindow::onSettingsChanged()
 {
-    presetList->refill();
+    ui->presetList->refill();
     // The engine keeps its duration: a new default takes effect when "Set" is pressed.
-    showInSetTimeRow(settings->defaultDuration);
+    ui->enterTime(settings->defaultDuration);
     engine->setOvertimeEnabled(settings->overtimeEnabled);
     output->refreshSettings();
     redrawFigure(engine->remaining());
-    setupShortcuts();
+    shortcuts.setupShortcuts();
 }
 
 void ControlWindow::openSettings()
@@ -143,10 +205,11 @@ void ControlWindow::closeEvent(QCloseEvent *event)
     QWidget::closeEvent(event);
 }
 
+// The two are kept exclusive by hand, as the three views are.
 void ControlWindow::chooseDirection(bool countUp)
 {
-    countdownBtn->setChecked(!countUp);
-    countUpBtn->setChecked(countUp);
+    ui->countdownBtn->setChecked(!countUp);
+    ui->countUpBtn->setChecked(countUp);
     onCountModeChanged(countUp);
 }
 
@@ -154,42 +217,16 @@ void ControlWindow::toggleOutput()
 {
     if (output->isVisible()) {
         output->hide();
-        offerOutput(true);
+        ui->offerOutput(true);
         return;
     }
     showOnOtherScreen(*output, *this);
-    offerOutput(false);
-}
-
-// What the button offers next: to show the Output window, or to hide it.
-void ControlWindow::offerOutput(bool showing)
-{
-    outputToggleBtn->setText(showing ? tr("▶  Show Output Window") : tr("■  Hide Output Window"));
-    outputToggleBtn->setAccessibleName(showing ? tr("Show Output Window")
-                                               : tr("Hide Output Window"));
-}
-
-// Loading never starts the timer; a running count stops at the new value.
-void ControlWindow::onPreset(int secs)
-{
-    loadDuration(secs);
-    showInSetTimeRow(secs);
+    ui->offerOutput(false);
 }
 
 void ControlWindow::browseSoundFile()
 {
     cue->browse();
-}
-
-int ControlWindow::setTimeSeconds() const
-{
-    return minSpin->value() * 60 + secSpin->value();
-}
-
-void ControlWindow::showInSetTimeRow(int secs)
-{
-    minSpin->setValue(secs / 60);
-    secSpin->setValue(secs % 60);
 }
 
 void ControlWindow::redrawFigure(int seconds)
@@ -198,11 +235,11 @@ void ControlWindow::redrawFigure(int seconds)
     if (!blinkVisible)
         return; // the blink's return shows it again
 
-    timerPreview->setText(figureText(seconds));
+    ui->timerPreview->setText(figureText(seconds));
     // Unlike the Output window's figure, a count-up is always drawn in the normal colour.
     const QColor color =
         engine->isCountUp() ? settings->timerColorNormal : thresholdColor(*settings, seconds);
-    timerPreview->setStyleSheet(figureStyle.arg(color.name()));
+    ui->timerPreview->setStyleSheet(figureStyle.arg(color.name()));
 }
 
 // Blinking starts at zero of a count-down and ends at a positive count or in a count-up;
@@ -226,5 +263,5 @@ void ControlWindow::toggleBlink()
     if (blinkVisible)
         redrawFigure(engine->remaining());
     else
-        timerPreview->setStyleSheet(figureStyle.arg(QStringLiteral("transparent")));
+        ui->timerPreview->setStyleSheet(figureStyle.arg(QStringLiteral("transparent")));
 }

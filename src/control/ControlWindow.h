@@ -5,20 +5,12 @@
 #include <QMainWindow>
 
 #include "AudioCue.h"
-#include "KeyRepetition.h"
+#include "ControlWindowUi.h"
+#include "OperatorShortcuts.h"
 #include "OutputPreview.h"
 
-struct AppSettings;
 class OutputWindow;
-class PresetStrip;
-class QLabel;
-class QLayout;
-class QLineEdit;
-class QPushButton;
-class QShortcut;
-class QSpinBox;
 class QTimer;
-class TimerEngine;
 
 /// The operator's window: figure, transport, time, presets, view, message, cue.
 ///
@@ -46,8 +38,8 @@ public slots:
     void onSetTime();
     /// Passes the direction on to engine and Output window; the buttons stay as they are.
     void onCountModeChanged(bool countUp);
-    /// Checks the button of @p mode, an OutputWindow::ViewMode, and tells the Output window.
-    /// Any other mode unchecks all three and tells it nothing.
+    /// Checks the button of @p mode, an OutputWindow::ViewMode, and passes it on to the Output
+    /// window. Any other mode unchecks all three and is not passed on.
     void onViewChanged(int mode);
     /// Shows the trimmed message on the Output window; a blank one changes nothing.
     void onPushMessage();
@@ -73,55 +65,18 @@ protected:
 
 private:
     void buildUi();
-    QLayout *buildHeaderRow();
-    QWidget *buildScrollArea();
-    QLayout *buildDirectionRow();
-    QLayout *buildTransportRow();
-    QLayout *buildAdjustRow();
-    QLayout *buildSetTimeRow();
-    QLayout *buildViewRow();
-    QLayout *buildMessageRow();
-    QLayout *buildBottomRow();
-
     void loadDuration(int secs);
-    void showInSetTimeRow(int secs);
-    int setTimeSeconds() const;
-
-    void setupShortcuts();
-    void toggleStartPause();
-
     void chooseDirection(bool countUp);
     void redrawFigure(int seconds);
     void updateBlink(int seconds);
     void toggleBlink();
-    void offerOutput(bool showing);
 
     AppSettings *settings;
     TimerEngine *engine;
     OutputWindow *output;
-    QLabel *timerPreview = nullptr;
-    QSpinBox *minSpin = nullptr;
-    QSpinBox *secSpin = nullptr;
-    QPushButton *startBtn = nullptr;
-    QPushButton *pauseBtn = nullptr;
-    QPushButton *resetBtn = nullptr;
-    QPushButton *plusMinBtn = nullptr;
-    QPushButton *minusMinBtn = nullptr;
-    QPushButton *countdownBtn = nullptr;
-    QPushButton *countUpBtn = nullptr;
-    PresetStrip *presetList = nullptr;
-    QPushButton *viewTimerBtn = nullptr;
-    QPushButton *viewClockBtn = nullptr;
-    QPushButton *viewBothBtn = nullptr;
-    QLineEdit *messageEdit = nullptr;
-    QPushButton *outputToggleBtn = nullptr;
     std::unique_ptr<AudioCue> cue;
-    QShortcut *shortcutStartPauseSc = nullptr;
-    QShortcut *shortcutResetSc = nullptr;
-    QShortcut *shortcutPlusMinSc = nullptr;
-    QShortcut *shortcutMinusMinSc = nullptr;
-    QShortcut *shortcutToggleOutputSc = nullptr;
-    KeyRepetition keyRepetition;
+    std::unique_ptr<ControlWindowUi> ui;
+    OperatorShortcuts shortcuts;
     OutputPreview preview;
     QTimer *previewTimer = nullptr;
     QTimer *blinkTimer = nullptr;

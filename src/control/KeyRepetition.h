@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/// Tells the repetitions of a held key from a press, for shortcuts that are to act once.
+/// Distinguishes the repetitions of a held key from a press, for shortcuts that are to act once.
 ///
 /// A shortcut that does not repeat relies on Qt to mark repetitions. On X11 Qt marks only some: the
 /// server sends a release and a press of the same time for each, and where Qt has not yet read the

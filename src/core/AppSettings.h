@@ -12,7 +12,7 @@
 ///
 /// One instance lives for the whole run; windows and dialogs share it by pointer
 /// and see the live values. The record reports no change: the code that changes a
-/// field saves it and tells the windows.
+/// field saves it and has the windows read it again.
 ///
 /// The values here are the defaults, which a load also takes where a key is absent. Only
 /// `timerFontSize` differs there; see firstRunTimerFontSize. Keys and ranges are in the table

@@ -135,7 +135,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     const QString credits = QString::fromUtf8(makerCreditLine1) + QLatin1Char('\n')
         + QString::fromUtf8(makerCreditLine2);
     QLabel *creditsLabel = makeCentredLabel(credits, creditsStyle);
-    creditsLabel->setTextFormat(Qt::PlainText); // a maker's name may look like mark-up
+    creditsLabel->setTextFormat(Qt::PlainText); // a vendor's name may look like mark-up
     column->addWidget(creditsLabel);
     column->addSpacing(12);
 

@@ -5,7 +5,7 @@
 
 class QNetworkReply;
 
-/// Asks the maker's endpoint for the newest version and offers to open its download page.
+/// Asks the vendor's endpoint for the newest version and offers to open its download page.
 ///
 /// One check is one HTTPS request. Every failure is swallowed without a word: no network,
 /// an error status, a reply that is not the expected document.

@@ -3,8 +3,11 @@
 #include <memory>
 
 #include <QAbstractButton>
+#include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QList>
+#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
@@ -26,6 +29,17 @@ inline AppSettings loadedSettings()
     return settings;
 }
 
+/// The defaults, but for the fields that are named with their values.
+template<typename Field, typename Value, typename... More>
+AppSettings recordWith(Field AppSettings::*field, const Value &value, const More &...more)
+{
+    AppSettings record;
+    if constexpr (sizeof...(more) > 0)
+        record = recordWith(more...);
+    record.*field = value;
+    return record;
+}
+
 /// Lets a timer run out at once. It goes on as if its time had come on its own.
 inline void runOut(QTimer *timer)
 {
@@ -37,6 +51,21 @@ inline void passSecond(TimerEngine &engine)
 {
     QMetaObject::invokeMethod(&engine, "onTimeout", Qt::DirectConnection);
 }
+
+/// Counts the close events that a widget receives; hiding it is none.
+class CloseCounter : public QObject
+{
+public:
+    explicit CloseCounter(QObject *watched) { watched->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Close ? 1 : 0;
+        return false;
+    }
+};
 
 /// Record, engine, Output window and Control window, built and wired as start-up does.
 /// Neither window is shown until showControl(), showOutput() or show().
@@ -83,15 +112,23 @@ public:
         return window->findChild<Widget *>(QLatin1String(objectName));
     }
 
-    /// The preview's large figure.
+    /// The window's large figure.
     QLabel *figure() const { return named<QLabel>("timerPreview"); }
-    /// The two spin boxes of the Set Time row; null when there are not exactly these two.
-    QSpinBox *minutes() const { return setTimeSpinBox(0); }
-    QSpinBox *seconds() const { return setTimeSpinBox(1); }
+    QListWidget *strip() const { return named<QListWidget>("presetList"); }
+    /// The two spin boxes of the Set Time row.
+    QSpinBox *minutes() const { return window->findChildren<QSpinBox *>().value(0); }
+    QSpinBox *seconds() const { return window->findChildren<QSpinBox *>().value(1); }
+    /// The message's edit: no part of a spin box, as the others are.
+    QLineEdit *messageEdit() const
+    {
+        return button(QStringLiteral("Push"))
+            ->parentWidget()
+            ->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly);
+    }
 
     /// The window's own two timers, in the order in which they are made.
-    QTimer *previewTimer() const { return ownTimer(0); }
-    QTimer *blinkTimer() const { return ownTimer(1); }
+    QTimer *previewTimer() const { return ownTimers().value(0); }
+    QTimer *blinkTimer() const { return ownTimers().value(1); }
 
     /// The lines of the Output window, whether shown or hidden.
     QLabel *outputFigure() const { return outputLine(0); }
@@ -116,25 +153,15 @@ public:
     std::unique_ptr<ControlWindow> window;
 
 private:
-    QSpinBox *setTimeSpinBox(int index) const
+    QList<QTimer *> ownTimers() const
     {
-        const QList<QSpinBox *> spinBoxes = window->findChildren<QSpinBox *>();
-        return spinBoxes.size() == 2 ? spinBoxes.at(index) : nullptr;
-    }
-    QTimer *ownTimer(int index) const
-    {
-        const QList<QTimer *> timers =
-            window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
-        return timers.size() == 2 ? timers.at(index) : nullptr;
+        return window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
     }
     // Figure and clock stand one above the other in a container of their own.
     QLabel *outputLine(int index) const
     {
-        const QList<QLabel *> labels = output.findChildren<QLabel *>();
-        for (const QLabel *label : labels) {
-            if (const QWidget *container = label->parentWidget(); container != &output)
-                return container->findChildren<QLabel *>().value(index);
-        }
-        return nullptr;
+        QList<QLabel *> lines = output.findChildren<QLabel *>();
+        lines.removeOne(outputMessage());
+        return lines.value(index);
     }
 };

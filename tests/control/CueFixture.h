@@ -78,15 +78,12 @@ private:
 
 /// Older than Qt 6.5: its player must not be asked to play a file that is broken, and not be
 /// touched before play() while it opens one.
-constexpr bool isOldestToolkit = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
+constexpr bool isOldestQt = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
 
 /// A record with a cue that is switched on.
 inline AppSettings withCue(const QString &path)
 {
-    AppSettings settings;
-    settings.soundFilePath = path;
-    settings.soundEnabled = true;
-    return settings;
+    return recordWith(&AppSettings::soundFilePath, path, &AppSettings::soundEnabled, true);
 }
 
 /// Both windows and an ear at the player: how often it has begun to play.

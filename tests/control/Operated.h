@@ -39,27 +39,25 @@ inline bool focus(QWidget &window)
 }
 
 /// Both windows on the screen, a count of five minutes ten seconds into its run.
-struct Operated
+struct Operated : ControlFixture
 {
-    explicit Operated(const AppSettings &settings = AppSettings())
-        : fixture(settings)
+    explicit Operated(const AppSettings &record = AppSettings())
+        : ControlFixture(record)
     {
-        fixture.show();
-        fixture.engine.start();
+        show();
+        engine.start();
         for (int i = 0; i < 10; ++i)
-            passSecond(fixture.engine);
+            passSecond(engine);
     }
 
     /// What the five actions change, in one short text.
     QString state() const
     {
         return QStringLiteral("%1 %2 %3")
-            .arg(fixture.engine.isRunning() ? QStringLiteral("running") : QStringLiteral("stopped"))
-            .arg(fixture.engine.remaining())
-            .arg(fixture.output.isVisible() ? QStringLiteral("shown") : QStringLiteral("hidden"));
+            .arg(engine.isRunning() ? QStringLiteral("running") : QStringLiteral("stopped"))
+            .arg(engine.remaining())
+            .arg(output.isVisible() ? QStringLiteral("shown") : QStringLiteral("hidden"));
     }
-
-    ControlFixture fixture;
 };
 
 /// Its state before any action, and after one that is only to show that the keys work.

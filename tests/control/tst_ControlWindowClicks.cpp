@@ -1,5 +1,4 @@
 #include <QDialog>
-#include <QLineEdit>
 #include <QTest>
 #include <QWindow>
 
@@ -18,7 +17,7 @@ struct ClickFixture : ControlFixture
         show();
         passSecond(engine);
         enterTime(7, 7);
-        messageEdit()->setText(QStringLiteral("Hello"));
+        messageEdit()->setText("Hello");
         QObject::connect(&closer, &QTimer::timeout, &closer, [this] {
             if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
                 ++dialogs;
@@ -42,17 +41,6 @@ struct ClickFixture : ControlFixture
     }
 
 private:
-    // No part of a spin box, as the others are.
-    QLineEdit *messageEdit() const
-    {
-        const QList<QLineEdit *> edits = window->findChildren<QLineEdit *>();
-        for (QLineEdit *edit : edits) {
-            if (!qobject_cast<QSpinBox *>(edit->parentWidget()))
-                return edit;
-        }
-        return nullptr;
-    }
-
     int dialogs = 0;
     QTimer closer;
 };
@@ -68,19 +56,10 @@ private slots:
     void button_actsOnlyWhenItIsReleased_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::newRow("title") << "  VELMORA";
-        QTest::newRow("settings") << "⚙";
-        QTest::newRow("start") << "▶  START";
-        QTest::newRow("pause") << "⏸  PAUSE";
-        QTest::newRow("reset") << "↺  RESET";
-        QTest::newRow("plus") << "+1 min";
-        QTest::newRow("minus") << "−1 min";
-        QTest::newRow("set") << "Set";
-        QTest::newRow("add") << "Add to Preset";
-        QTest::newRow("push") << "Push";
-        QTest::newRow("clear") << "Clear";
-        QTest::newRow("output") << "▶  Show Output Window";
-        QTest::newRow("preview") << "Preview";
+        for (const char *text :
+             {"  VELMORA", "⚙", "▶  START", "⏸  PAUSE", "↺  RESET", "+1 min", "−1 min", "Set",
+              "Add to Preset", "Push", "Clear", "▶  Show Output Window", "Preview"})
+            QTest::newRow(text) << text;
     }
 
     // A press that was a mistake is taken back by leaving the button before letting it go.
@@ -90,7 +69,7 @@ private slots:
         ClickFixture fixture;
         const QAbstractButton *button = fixture.button(text);
         QVERIFY(button);
-        if (text == QStringLiteral("⏸  PAUSE"))
+        if (text == "⏸  PAUSE")
             fixture.engine.start();
         QWindow *window = fixture.window->windowHandle();
         const QPoint on = button->mapTo(fixture.window.get(), button->rect().center());

@@ -1,8 +1,7 @@
-#include <QScreen>
 #include <QTest>
 
-#include "CloseCounter.h"
 #include "ControlFixture.h"
+#include "PreviewWindow.h"
 #include "TestMain.h"
 
 namespace {
@@ -10,71 +9,35 @@ namespace {
 const QString showText = QStringLiteral("▶  Show Output Window");
 const QString hideText = QStringLiteral("■  Hide Output Window");
 
-// Ends the program's event loop with this when it does not end by itself.
-constexpr int stuck = 99;
-
-// Runs the event loop as the entry routine does and calls the action in it.
-template<typename Action>
-int runProgram(Action action)
-{
-    QTimer::singleShot(0, qApp, action);
-    QTimer guard;
-    guard.setSingleShot(true);
-    QObject::connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(stuck); });
-    guard.start(5000);
-    return QApplication::exec();
-}
-
 } // namespace
 
-// The Output window's button with a single screen, and the end of the program.
+/// The Output window's button with a single screen, and the end of the program.
 class ControlWindowOutputTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    // Although the window is shown: toggleOutput() alone changes the text.
-    void toggleButton_saysShowAtStart()
-    {
-        ControlFixture fixture;
-        fixture.show();
-        QVERIFY(fixture.output.isVisible());
-        QVERIFY(fixture.button(showText));
-    }
-
-    void toggle_whileVisible_hides()
+    // At start it offers to show what is shown: toggleOutput() alone changes the text.
+    void toggle_hidesAndShowsAnOrdinaryWindow()
     {
         ControlFixture fixture;
         fixture.show();
         QAbstractButton *toggle = fixture.named<QPushButton>("outputToggleBtn");
+        QVERIFY(fixture.output.isVisible());
+        QCOMPARE(toggle->text(), showText);
+        fixture.output.resize(300, 200);
         toggle->click();
         QVERIFY(!fixture.output.isVisible());
         QCOMPARE(toggle->text(), showText);
-    }
-
-    void toggle_whileHidden_showsAnOrdinaryWindow()
-    {
-        ControlFixture fixture;
-        fixture.showControl();
-        QAbstractButton *toggle = fixture.named<QPushButton>("outputToggleBtn");
         toggle->click();
         QVERIFY(fixture.output.isVisible());
         QVERIFY(!fixture.output.isFullScreen());
-        QCOMPARE(fixture.output.size(), QSize(800, 500));
         QVERIFY(!fixture.output.windowFlags().testFlag(Qt::FramelessWindowHint));
-        QCOMPARE(toggle->text(), hideText);
-    }
-
-    void toggle_again_restoresTheOrdinarySize()
-    {
-        ControlFixture fixture;
-        fixture.show();
-        fixture.output.resize(300, 200);
-        fixture.window->toggleOutput();
-        QCOMPARE(fixture.output.size(), QSize(300, 200));
-        fixture.window->toggleOutput();
         QCOMPARE(fixture.output.size(), QSize(800, 500));
-        QVERIFY(fixture.button(hideText));
+        QCOMPARE(toggle->text(), hideText);
+        fixture.window->toggleOutput(); // by no click
+        QVERIFY(!fixture.output.isVisible());
+        QCOMPARE(toggle->text(), showText);
     }
 
     // As after the second screen was unplugged.
@@ -87,8 +50,6 @@ private slots:
         fixture.window->toggleOutput();
         QVERIFY(!fixture.output.isVisible());
         fixture.window->toggleOutput();
-        QVERIFY(fixture.output.isVisible());
-        QVERIFY(!fixture.output.isFullScreen());
         QCOMPARE(fixture.output.windowState() & ~Qt::WindowActive, Qt::WindowNoState);
         QCOMPARE(fixture.output.size(), QSize(800, 500));
     }
@@ -102,19 +63,7 @@ private slots:
         passSecond(fixture.engine);
         fixture.window->toggleOutput();
         QVERIFY(fixture.engine.isRunning());
-        QCOMPARE(fixture.outputFigure()->text(), QStringLiteral("04:59"));
-    }
-
-    void toggleSlot_doesAsTheButton()
-    {
-        ControlFixture fixture;
-        fixture.show();
-        fixture.window->toggleOutput();
-        QVERIFY(!fixture.output.isVisible());
-        QVERIFY(fixture.button(showText));
-        fixture.window->toggleOutput();
-        QVERIFY(fixture.output.isVisible());
-        QVERIFY(fixture.button(hideText));
+        QCOMPARE(fixture.outputFigure()->text(), "04:59");
     }
 
     void closing_closesTheOutput()
@@ -128,73 +77,46 @@ private slots:
         QCOMPARE(closes.count, 1); // and it is not only hidden
     }
 
-    void closing_endsTheProgram_data()
+    void closing_endsTheProgramOnceThePreviewIsGone_data()
     {
-        QTest::addColumn<bool>("outputShown");
-        QTest::addColumn<bool>("previewShown");
-        QTest::addColumn<bool>("running");
-        QTest::newRow("both windows") << true << false << false;
-        QTest::newRow("both windows, running") << true << false << true;
-        QTest::newRow("Control window alone") << false << false << false;
-        QTest::newRow("with a preview") << true << true << false;
-        QTest::newRow("with a preview whose Output window is hidden") << false << true << false;
+        QTest::addColumn<bool>("closed");
+        QTest::newRow("closed by the operator") << true;
+        QTest::newRow("closed by its refresh") << false;
     }
 
-    // Whatever is open: a process without a window would be left behind otherwise.
-    void closing_endsTheProgram()
+    // The preview stays open at first. A process without a window would be left behind, if its end
+    // did not count as the last window's.
+    void closing_endsTheProgramOnceThePreviewIsGone()
     {
-        QFETCH(bool, outputShown);
-        QFETCH(bool, previewShown);
-        QFETCH(bool, running);
-        ControlFixture fixture;
-        fixture.show();
-        if (running)
-            fixture.engine.start();
-        if (previewShown)
-            fixture.button("Preview")->click();
-        if (!outputShown)
-            fixture.window->toggleOutput();
-        QCOMPARE(runProgram([&fixture] { fixture.window->close(); }), 0);
-        QVERIFY(!findWindow("Output Preview"));
-    }
-
-    void closing_thePreviewLast_endsTheProgram()
-    {
+        QFETCH(bool, closed);
         ControlFixture fixture;
         fixture.show();
         fixture.button("Preview")->click();
-        QWidget *preview = findWindow("Output Preview");
-        QVERIFY(preview);
-        bool stillThere = false;
-        const int status = runProgram([&] {
+        QWidget *preview = previewWindow();
+        bool stayedOpen = false;
+        QTimer::singleShot(0, qApp, [&] {
             fixture.window->close();
-            stillThere = preview->isVisible();
-            preview->close();
+            stayedOpen = preview->isVisible();
+            if (closed)
+                preview->close();
         });
-        QCOMPARE(status, 0);
-        QVERIFY(stillThere);
-    }
-
-    void eventFilter_filtersNothing_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::newRow("key press") << int(QEvent::KeyPress);
-        QTest::newRow("key release") << int(QEvent::KeyRelease);
-        QTest::newRow("shortcut override") << int(QEvent::ShortcutOverride);
-        QTest::newRow("mouse press") << int(QEvent::MouseButtonPress);
-        QTest::newRow("focus") << int(QEvent::FocusIn);
-        QTest::newRow("close") << int(QEvent::Close);
-        QTest::newRow("timer") << int(QEvent::Timer);
+        QTimer::singleShot(5000, preview, [] { QCoreApplication::exit(99); }); // it is stuck
+        QCOMPARE(QApplication::exec(), 0);
+        QVERIFY(stayedOpen);
+        QVERIFY(!preview->isVisible());
     }
 
     void eventFilter_filtersNothing()
     {
-        QFETCH(int, type);
         const ControlFixture fixture;
-        QEvent event{QEvent::Type(type)};
         QObject *filter = fixture.window.get();
-        QVERIFY(!filter->eventFilter(fixture.figure(), &event));
-        QVERIFY(!filter->eventFilter(filter, &event));
+        for (const auto type :
+             {QEvent::KeyPress, QEvent::KeyRelease, QEvent::ShortcutOverride,
+              QEvent::MouseButtonPress, QEvent::FocusIn, QEvent::Close, QEvent::Timer}) {
+            QEvent event(type);
+            QVERIFY(!filter->eventFilter(fixture.figure(), &event));
+            QVERIFY(!filter->eventFilter(filter, &event));
+        }
     }
 
     void keyPress_isNotHandled()

@@ -126,7 +126,7 @@ private slots:
         home.reset();
     }
 
-    void brokenFile_yieldsTheFallbacks_data()
+    void brokenFile_yieldsTheDefaultsAndCanBeSavedOver_data()
     {
         QTest::addColumn<QByteArray>("contents");
         QTest::newRow("nothing") << QByteArray();
@@ -141,22 +141,13 @@ private slots:
         QTest::newRow("another format") << QByteArray("{\"clockFontSize\": 99, \"presets\": [1]}");
     }
 
-    void brokenFile_yieldsTheFallbacks()
+    void brokenFile_yieldsTheDefaultsAndCanBeSavedOver()
     {
         QFETCH(QByteArray, contents);
         const WithoutMuchMemory limited;
         writeFile(contents);
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
         QCOMPARE(fileContents(), contents);
-    }
-
-    void brokenFile_canBeSavedOver_data() { brokenFile_yieldsTheFallbacks_data(); }
-
-    void brokenFile_canBeSavedOver()
-    {
-        QFETCH(QByteArray, contents);
-        const WithoutMuchMemory limited;
-        writeFile(contents);
         saveSettings(unusualRecord());
         const QByteArray saved = fileContents();
         // Read at another place, where the settings class remembers nothing of the save.
@@ -176,7 +167,7 @@ private slots:
         QCOMPARE(settings.presets, QList<int>{45});
     }
 
-    void fileThatQtGivesUp_yieldsTheFallbacks()
+    void fileThatQtGivesUp_yieldsTheDefaults()
     {
         const WithoutMuchMemory limited;
         writeFile(contentsThatQtGivesUp);
@@ -186,86 +177,53 @@ private slots:
         QCOMPARE(fileContents(), contentsThatQtGivesUp);
     }
 
-    void directoryInTheFilesPlace_yieldsTheFallbacks()
-    {
-        QVERIFY(QDir().mkpath(path));
-        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-        QVERIFY(QFileInfo(path).isDir());
-    }
-
-    void directoryInTheFilesPlace_survivesASave()
+    void directoryInTheFilesPlace_staysAndYieldsTheDefaults()
     {
         QVERIFY(QDir().mkpath(path + "/inside"));
+        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
         saveSettings(unusualRecord());
         QVERIFY(QFileInfo(path + "/inside").isDir());
     }
 
-    void unreadableFile_yieldsTheFallbacks()
+    void file_withoutPermissions_keepsItsContents_data()
     {
-        writeFile(someContents);
-        setMode(path, 0000);
-        const WithoutPrivileges asAnyone;
-        QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
+        QTest::addColumn<uint>("fileMode");
+        QTest::addColumn<uint>("folderMode");
+        QTest::addColumn<bool>("isRead");
+        QTest::newRow("unreadable file") << 0000U << 0755U << false;
+        QTest::newRow("read-only file") << 0444U << 0777U << true;
+        QTest::newRow("read-only folder") << 0666U << 0555U << true;
     }
 
-    void unreadableFile_keepsItsContents()
+    void file_withoutPermissions_keepsItsContents()
     {
+        QFETCH(uint, fileMode);
+        QFETCH(uint, folderMode);
+        QFETCH(bool, isRead);
         writeFile(someContents);
-        setMode(path, 0000);
+        RecordFields expected = firstRunFields();
+        if (isRead) {
+            expected["clockFontSize"] = 99;
+            expected["shortcutReset"] = "F5";
+            expected["presets"] = QVariant::fromValue(QList<int>{45});
+        }
+        setMode(path, fileMode);
+        setMode(folder, folderMode);
         {
             const WithoutPrivileges asAnyone;
+            QCOMPARE(differingFields(expected, fieldsOf(loaded())), QStringList());
             saveSettings(unusualRecord());
         }
         setMode(path, 0644);
         QCOMPARE(fileContents(), someContents);
     }
 
-    void readOnlyFile_keepsItsContents()
-    {
-        writeFile(someContents);
-        setMode(path, 0444);
-        setMode(folder, 0777);
-        const WithoutPrivileges asAnyone;
-        QCOMPARE(loaded().clockFontSize, 99);
-        saveSettings(unusualRecord());
-        QCOMPARE(fileContents(), someContents);
-    }
-
-    void readOnlyFolder_keepsTheFile()
-    {
-        writeFile(someContents);
-        setMode(path, 0666);
-        setMode(folder, 0555);
-        const WithoutPrivileges asAnyone;
-        saveSettings(unusualRecord());
-        QCOMPARE(fileContents(), someContents);
-    }
-
-    void readOnlyFolder_isReadAsBefore()
-    {
-        writeFile(someContents);
-        setMode(path, 0644);
-        setMode(folder, 0555);
-        const WithoutPrivileges asAnyone;
-        const AppSettings settings = loaded();
-        QCOMPARE(settings.clockFontSize, 99);
-        QCOMPARE(settings.shortcutReset, QStringLiteral("F5"));
-        QCOMPARE(settings.presets, QList<int>{45});
-    }
-
-    void configHomeBelowAFile_yieldsTheFallbacks()
+    void configHomeBelowAFile_yieldsTheDefaultsAndSurvivesASave()
     {
         const QString occupied = home->filePath("occupied");
         QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
         moveStoreTo(occupied + "/config");
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    }
-
-    void configHomeBelowAFile_survivesASave()
-    {
-        const QString occupied = home->filePath("occupied");
-        QVERIFY(QFile(occupied).open(QIODevice::WriteOnly));
-        moveStoreTo(occupied + "/config");
         saveSettings(unusualRecord());
         QVERIFY(QFileInfo(occupied).isFile());
         QVERIFY(!QFileInfo::exists(path));

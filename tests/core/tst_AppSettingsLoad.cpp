@@ -1,7 +1,6 @@
-#include <QCoreApplication>
+#include <climits>
+
 #include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 #include <QTest>
 
 #include "AppSettings.h"
@@ -15,22 +14,28 @@ AppSettings loaded(const QByteArray &storeContents)
 {
     writeStoreBytes(storeContents);
     AppSettings settings;
+    settings.presets = {7, 8};
     loadSettings(settings);
     return settings;
 }
 
-AppSettings loaded(const char *key, const QByteArray &value)
+void savePresets(const QList<int> &presets)
 {
-    return loaded("[General]\n" + QByteArray(key) + '=' + value + '\n');
+    AppSettings settings;
+    settings.presets = presets;
+    saveSettings(settings);
 }
 
-const QStringList colorKeys{"bgColor",           "timerColorNormal",
-                            "timerColorWarning", "timerColorCritical",
-                            "clockColor",        "messageColor"};
+QList<int> loadedPresets()
+{
+    AppSettings settings;
+    loadSettings(settings);
+    return settings.presets;
+}
 
 } // namespace
 
-/// What a load makes of the store, which is written here past the settings class.
+/// What a load makes of values that the program itself may never have stored, and of lists.
 class AppSettingsLoadTest : public QObject
 {
     Q_OBJECT
@@ -38,263 +43,172 @@ class AppSettingsLoadTest : public QObject
 private slots:
     void init() { removeStore(); }
 
-    void emptyStore_yieldsTheFallbacks()
+    void load_leavesTheStoreAsItIs()
     {
-        AppSettings settings;
-        loadSettings(settings);
-        QCOMPARE(settings.timerFontSize, 300);
-        QCOMPARE(differingFields(firstRunFields(), fieldsOf(settings)), QStringList());
-    }
-
-    void emptyStore_overwritesAllButThePresets()
-    {
-        AppSettings settings = unusualRecord();
-        loadSettings(settings);
-        QCOMPARE(settings.presets, QList<int>({45, 90, 45}));
-        QCOMPARE(differingFields(firstRunFields(), fieldsOf(settings)), QStringList{"presets"});
-    }
-
-    void load_writesNothingToAnEmptyStore()
-    {
-        AppSettings settings;
-        loadSettings(settings);
-        QVERIFY(!storeExists());
-        QVERIFY(!QFileInfo::exists(storeFilePath() + ".lock"));
-    }
-
-    void load_writesNothingToAFilledStore()
-    {
-        const QByteArray contents = "; a remark\n[General]\ntimerFontSize=9000\nbgColor=nothing\n"
-                                    "unknown=1\n\n[presets]\nsize=1\n1\\val=60\n4\\val=7\n";
-        writeStoreBytes(contents);
+        writeStoreBytes("; a remark\n[General]\ntimerFontSize=9000\nbgColor=nothing\n"
+                        "unknown=1\n\n[presets]\nsize=1\n1\\val=60\n4\\val=7\n");
         const QByteArray stored = storeBytes();
         const QDateTime written = storeChanged();
-        AppSettings settings;
-        loadSettings(settings);
-        QCOMPARE(settings.timerFontSize, 550);
+        QCOMPARE(loadedPresets(), QList<int>{60});
         QCOMPARE(storeBytes(), stored);
         QCOMPARE(storeChanged(), written);
     }
 
-    void load_readsTheScopeOfItsOwn()
-    {
-        writeStoreBytes("[General]\nclockFontSize=99\n");
-        QCoreApplication::setOrganizationName("Somebody");
-        QCoreApplication::setApplicationName("Something");
-        AppSettings settings;
-        loadSettings(settings);
-        QCoreApplication::setOrganizationName({});
-        QCoreApplication::setApplicationName({});
-        QCOMPARE(settings.clockFontSize, 99);
-        QCOMPARE(QFileInfo(storeFilePath()).dir().dirName(), QStringLiteral("Velmora"));
-        QCOMPARE(QFileInfo(storeFilePath()).completeBaseName(), QStringLiteral("Velmora"));
-    }
-
-    void eachKey_fillsItsFieldOnly_data()
-    {
-        QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<QVariant>("expected");
-        const auto add = [](const char *key, const char *value, const QVariant &expected) {
-            QTest::newRow(key) << QByteArray(value) << expected;
-        };
-        add("clock24hr", "false", false);
-        add("clockShowSeconds", "false", false);
-        add("bgColor", "#123456", QColor(0x12, 0x34, 0x56));
-        add("timerColorNormal", "#123456", QColor(0x12, 0x34, 0x56));
-        add("timerColorWarning", "#123456", QColor(0x12, 0x34, 0x56));
-        add("timerColorCritical", "#123456", QColor(0x12, 0x34, 0x56));
-        add("clockColor", "#123456", QColor(0x12, 0x34, 0x56));
-        add("messageColor", "#123456", QColor(0x12, 0x34, 0x56));
-        add("timerFontSize", "77", 77);
-        add("clockFontSize", "77", 77);
-        add("messageFontSize", "77", 77);
-        add("defaultDuration", "77", 77);
-        add("warningThreshold", "77", 77);
-        add("overtimeEnabled", "false", false);
-        add("blinkEnabled", "false", false);
-        add("bgImagePath", "/nowhere/a.png", "/nowhere/a.png");
-        add("bgImageEnabled", "true", true);
-        add("soundFilePath", "/nowhere/a.wav", "/nowhere/a.wav");
-        add("soundEnabled", "true", true);
-        add("shortcutStartPause", "Ctrl+Alt+Del", "Ctrl+Alt+Del");
-        add("shortcutReset", "no key at all", "no key at all");
-        add("shortcutPlusMin", "F7", "F7");
-        add("shortcutMinusMin", "F8", "F8");
-        add("shortcutToggleOutput", "F9", "F9");
-    }
-
-    void eachKey_fillsItsFieldOnly()
-    {
-        QFETCH(QByteArray, value);
-        QFETCH(QVariant, expected);
-        const char *key = QTest::currentDataTag();
-        const RecordFields fields = fieldsOf(loaded(key, value));
-        QCOMPARE(fields.value(key), expected);
-        QCOMPARE(differingFields(firstRunFields(), fields), QStringList{key});
-    }
-
-    // A shortcut that was taken away stays away.
-    void emptyText_isNoAbsentKey()
-    {
-        QCOMPARE(loaded("shortcutStartPause", "").shortcutStartPause, QString());
-    }
-
-    void number_isClamped_data()
+    void number_isBroughtIntoItsRange_data()
     {
         QTest::addColumn<QString>("key");
-        QTest::addColumn<int>("stored");
-        QTest::addColumn<int>("expected");
-        const auto addBounds = [](const char *key, int minimum, int maximum) {
-            const auto add = [key](int stored, int expected) {
-                QTest::addRow("%s %d", key, stored)
-                    << QString::fromLatin1(key) << stored << expected;
-            };
-            add(-2147483647 - 1, minimum);
-            add(-5, minimum);
-            add(minimum - 1, minimum);
-            add(minimum, minimum);
-            add(minimum + 1, minimum + 1);
-            add(maximum - 1, maximum - 1);
-            add(maximum, maximum);
-            add(maximum + 1, maximum);
-            add(2147483647, maximum);
-        };
-        addBounds("timerFontSize", 30, 550);
-        addBounds("clockFontSize", 20, 300);
-        addBounds("messageFontSize", 12, 150);
-        addBounds("defaultDuration", 0, 59940);
-        addBounds("warningThreshold", 1, 3600);
-        QTest::newRow("a small figure") << "timerFontSize" << 10 << 30;
-        QTest::newRow("a huge figure") << "timerFontSize" << 9000 << 550;
-        QTest::newRow("no threshold") << "warningThreshold" << 0 << 1;
-    }
-
-    void number_isClamped()
-    {
-        QFETCH(QString, key);
-        QFETCH(int, stored);
-        QFETCH(int, expected);
-        const AppSettings settings = loaded(key.toLatin1().constData(), QByteArray::number(stored));
-        QCOMPARE(fieldsOf(settings).value(key).toInt(), expected);
-    }
-
-    void number_thatDoesNotConvert_isTheMinimum_data()
-    {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QByteArray>("stored");
-        QTest::addColumn<int>("expected");
-        const auto addKey = [](const char *key, int minimum) {
-            const QList<QByteArray> texts{"",          "abc",     "12x",  "0x40",
-                                          "1,000",     "#00cc00", "1, 2", "99999999999999999999",
-                                          "@Invalid()"};
-            for (const QByteArray &text : texts) {
-                QTest::addRow("%s '%s'", key, text.constData())
-                    << QString::fromLatin1(key) << text << minimum;
-            }
-        };
-        addKey("timerFontSize", 30);
-        addKey("clockFontSize", 20);
-        addKey("messageFontSize", 12);
-        addKey("defaultDuration", 0);
-        addKey("warningThreshold", 1);
-    }
-
-    void number_thatDoesNotConvert_isTheMinimum()
-    {
-        QFETCH(QString, key);
-        QFETCH(QByteArray, stored);
-        QFETCH(int, expected);
-        const AppSettings settings = loaded(key.toLatin1().constData(), stored);
-        QCOMPARE(fieldsOf(settings).value(key).toInt(), expected);
-    }
-
-    void number_beyond32Bits_isReadAsTheToolkitDoesAndClamped_data()
-    {
         QTest::addColumn<QString>("stored");
-        QTest::newRow("just beyond") << "2147483648";
-        QTest::newRow("just below") << "-2147483649";
-        QTest::newRow("a small number in its lower half") << "4294967396";
-        QTest::newRow("far beyond") << "99999999999";
-        QTest::newRow("far below") << "-99999999999";
-        QTest::newRow("largest of 64 bits") << "9223372036854775807";
+        QTest::addColumn<int>("expected");
+        const auto addKey = [](const QString &key, int minimum, int maximum) {
+            const auto add = [&key](const QString &stored, int expected) {
+                QTest::addRow("%s '%s'", qPrintable(key), qPrintable(stored))
+                    << key << stored << expected;
+            };
+            for (const int stored : {INT_MIN, -5, minimum - 1, minimum})
+                add(QString::number(stored), minimum);
+            for (const int stored : {minimum + 1, maximum - 1})
+                add(QString::number(stored), stored);
+            for (const int stored : {maximum, maximum + 1, INT_MAX})
+                add(QString::number(stored), maximum);
+            for (const char *text : {"", "abc", "12x", "0x40", "1,000", "#00cc00", "1, 2",
+                                     "99999999999999999999", "@Invalid()"})
+                add(text, minimum);
+            // What these become is Qt's affair, and is brought into the range.
+            for (const char *beyond : {"2147483648", "-2147483649", "4294967396", "99999999999",
+                                       "-99999999999", "9223372036854775807"})
+                add(beyond, qBound(minimum, QVariant(QString(beyond)).toInt(), maximum));
+        };
+        addKey("timerFontSize", 30, 550);
+        addKey("clockFontSize", 20, 300);
+        addKey("messageFontSize", 12, 150);
+        addKey("defaultDuration", 0, 59940);
+        addKey("warningThreshold", 1, 3600);
     }
 
-    void number_beyond32Bits_isReadAsTheToolkitDoesAndClamped()
+    void number_isBroughtIntoItsRange()
     {
+        QFETCH(QString, key);
         QFETCH(QString, stored);
-        const AppSettings settings = loaded("timerFontSize", stored.toLatin1());
-        QCOMPARE(settings.timerFontSize, qBound(30, QVariant(stored).toInt(), 550));
+        const AppSettings settings = loaded("[General]\n" + (key + '=' + stored).toUtf8() + '\n');
+        QTEST(fieldsOf(settings).value(key).toInt(), "expected");
     }
 
-    void flag_isReadAsTheToolkitDoes_data()
+    void flag_isReadAsQtReadsIt_data()
     {
-        QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<bool>("expected");
-        QTest::newRow("true") << QByteArray("true") << true;
-        QTest::newRow("1") << QByteArray("1") << true;
-        QTest::newRow("any text") << QByteArray("perhaps") << true;
-        QTest::newRow("false") << QByteArray("false") << false;
-        QTest::newRow("FALSE") << QByteArray("FALSE") << false;
-        QTest::newRow("0") << QByteArray("0") << false;
-        QTest::newRow("empty") << QByteArray("") << false;
+        for (const char *text : {"true", "1", "perhaps"})
+            QTest::newRow(text) << true;
+        for (const char *text : {"false", "FALSE", "0", ""})
+            QTest::newRow(text) << false;
     }
 
-    void flag_isReadAsTheToolkitDoes()
+    void flag_isReadAsQtReadsIt()
+    {
+        const QByteArray stored = QTest::currentDataTag();
+        const AppSettings settings =
+            loaded("[General]\nclock24hr=" + stored + "\nsoundEnabled=" + stored + '\n');
+        QTEST(settings.clock24hr, "expected");
+        QTEST(settings.soundEnabled, "expected");
+    }
+
+    void color_isReadInAnyNotation_data()
+    {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<QColor>("expected");
+        QTest::newRow("3 digits") << QByteArray("#f80") << QColor("#ff8800");
+        QTest::newRow("6 digits") << QByteArray("#fe8801") << QColor("#fe8801");
+        QTest::newRow("6 capitals") << QByteArray("#FE8801") << QColor("#fe8801");
+        QTest::newRow("9 digits") << QByteArray("#fff800000") << QColor("#ff8000");
+        QTest::newRow("12 digits") << QByteArray("#fefe88880101") << QColor("#fe8801");
+        QTest::newRow("named") << QByteArray("orange") << QColor("#ffa500");
+        QTest::newRow("named in mixed case") << QByteArray("DarkGreen") << QColor("#006400");
+        // All else is taken for no colour, not for the default one.
+        for (const char *text :
+             {"nocolour", "00cc00", "#00cc0", "#gg0000", "", "12", "\"rgb(1,2,3)\""})
+            QTest::addRow("'%s'", text) << QByteArray(text) << QColor();
+    }
+
+    void color_isReadInAnyNotation()
     {
         QFETCH(QByteArray, stored);
-        QFETCH(bool, expected);
-        const QByteArray contents =
-            "[General]\nclock24hr=" + stored + "\nsoundEnabled=" + stored + '\n';
+        QFETCH(QColor, expected);
+        QByteArray contents = "[General]\n";
+        for (const StoredSetting &setting : storedSettings) {
+            if (std::holds_alternative<QColor AppSettings::*>(setting.field))
+                contents += setting.key + ('=' + stored) + '\n';
+        }
         const AppSettings settings = loaded(contents);
-        QCOMPARE(settings.clock24hr, expected);
-        QCOMPARE(settings.soundEnabled, expected);
-    }
-
-    void color_inAnyNotation_isRead_data()
-    {
-        QTest::addColumn<QByteArray>("stored");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("3 digits") << QByteArray("#f80") << "#ff8800";
-        QTest::newRow("6 digits") << QByteArray("#fe8801") << "#fe8801";
-        QTest::newRow("6 capitals") << QByteArray("#FE8801") << "#fe8801";
-        QTest::newRow("9 digits") << QByteArray("#fff800000") << "#ff8000";
-        QTest::newRow("12 digits") << QByteArray("#fefe88880101") << "#fe8801";
-        QTest::newRow("named") << QByteArray("orange") << "#ffa500";
-        QTest::newRow("named in mixed case") << QByteArray("DarkGreen") << "#006400";
-    }
-
-    void color_inAnyNotation_isRead()
-    {
-        QFETCH(QByteArray, stored);
-        QFETCH(QString, name);
-        for (const QString &key : colorKeys) {
-            const AppSettings settings = loaded(key.toLatin1().constData(), stored);
-            QCOMPARE(fieldsOf(settings).value(key).value<QColor>().name(), name);
-            removeStore();
+        for (const QColor &color :
+             {settings.bgColor, settings.timerColorNormal, settings.timerColorWarning,
+              settings.timerColorCritical, settings.clockColor, settings.messageColor}) {
+            QCOMPARE(color.isValid(), expected.isValid());
+            QCOMPARE(color.name(), expected.name());
         }
     }
 
-    void color_ofUnknownText_isInvalid_data()
+    void storedList_isTakenUnlessItIsEmpty_data()
     {
-        QTest::addColumn<QByteArray>("stored");
-        QTest::newRow("no colour's name") << QByteArray("nocolour");
-        QTest::newRow("without the hash") << QByteArray("00cc00");
-        QTest::newRow("five digits") << QByteArray("#00cc0");
-        QTest::newRow("no digits") << QByteArray("#gg0000");
-        QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("a number") << QByteArray("12");
-        QTest::newRow("a function") << QByteArray("\"rgb(1,2,3)\"");
+        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<QList<int>>("expected");
+        const auto add = [](const char *tag, const QByteArray &list, const QList<int> &expected) {
+            QTest::newRow(tag) << "[presets]\n" + list << expected;
+        };
+        add("one", "1\\val=90\nsize=1\n", {90});
+        add("by number", "2\\val=20\n1\\val=10\n3\\val=5\nsize=3\n", {10, 20, 5});
+        add("duplicates", "1\\val=60\n2\\val=60\nsize=2\n", {60, 60});
+        add("zero and negative", "1\\val=0\n2\\val=-60\nsize=2\n", {0, -60});
+        add("extremes", "1\\val=2147483647\n2\\val=-2147483648\nsize=2\n", {INT_MAX, INT_MIN});
+        add("beyond 32 bits", "1\\val=60\n2\\val=99999999999\n3\\val=61\nsize=3\n",
+            {60, QVariant(QStringLiteral("99999999999")).toInt(), 61});
+        add("without a val", "1\\val=60\n3\\val=180\nsize=3\n", {60, 0, 180});
+        add("without any element", "size=2\n", {0, 0});
+        add("another key", "1\\value=60\nsize=1\n", {0});
+        add("text for a val", "1\\val=ten\n2\\val=60\nsize=2\n", {0, 60});
+        add("more elements than the size", "1\\val=1\n2\\val=2\n3\\val=3\nsize=2\n", {1, 2});
+        // Without an element, what the record held stays.
+        const QList<int> own{7, 8};
+        add("size 0", "1\\val=60\nsize=0\n", own);
+        add("size -1", "1\\val=60\nsize=-1\n", own);
+        add("size of text", "1\\val=60\nsize=many\n", own);
+        add("no size", "1\\val=60\n2\\val=120\n", own);
+        QTest::newRow("nothing") << QByteArray("[General]\nclock24hr=true\n") << own;
+        QTest::newRow("no list") << QByteArray("[General]\npresets=60\n") << own;
     }
 
-    void color_ofUnknownText_isInvalid()
+    void storedList_isTakenUnlessItIsEmpty()
     {
-        QFETCH(QByteArray, stored);
-        for (const QString &key : colorKeys) {
-            const AppSettings settings = loaded(key.toLatin1().constData(), stored);
-            QVERIFY2(!fieldsOf(settings).value(key).value<QColor>().isValid(), qPrintable(key));
-            QCOMPARE(differingFields(firstRunFields(), fieldsOf(settings)), QStringList{key});
-            removeStore();
-        }
+        QFETCH(QByteArray, contents);
+        QTEST(loaded(contents).presets, "expected");
+    }
+
+    void damagedSize_doesNotHoldTheStart()
+    {
+        const AppSettings settings = loaded("[presets]\n1\\val=60\nsize=2000000000\n");
+        QCOMPARE(settings.presets.size(), 10000);
+        QCOMPARE(settings.presets.constFirst(), 60);
+    }
+
+    // Intended: Qt removes no element, and only the size says how many are read.
+    void shorterList_leavesStaleElementsThatNoLoadReads()
+    {
+        savePresets({10, 20, 30, 40});
+        savePresets({50, 60});
+        for (const char *line : {"1\\val=50", "2\\val=60", "3\\val=30", "4\\val=40", "size=2"})
+            QVERIFY2(storeBytes().split('\n').contains(line), line);
+        QCOMPARE(loadedPresets(), QList<int>({50, 60}));
+        const QList<int> longer{10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120};
+        savePresets(longer);
+        QCOMPARE(loadedPresets(), longer);
+    }
+
+    void emptyList_givesBackTheDefaultsAfterARestart()
+    {
+        savePresets({});
+        QVERIFY(storeBytes().contains("[presets]\nsize=0\n"));
+        QCOMPARE(loadedPresets(), QList<int>({300, 600, 900, 1800}));
+        savePresets({10, 20});
+        savePresets({});
+        QCOMPARE(loadedPresets(), QList<int>({300, 600, 900, 1800}));
     }
 };
 

@@ -18,7 +18,7 @@ const wchar_t *wide(const QString &text)
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
 
-/// A key of the person's part of the registry, made if need be.
+/// A key of the user's part of the registry, made if need be.
 class Key
 {
 public:
@@ -115,55 +115,39 @@ class AppSettingsRegistryTest : public QObject
 private slots:
     void init() { removeStore(); }
 
-    void save_writesBelowThePersonsSoftwareKey()
+    // Texts and flags as texts, numbers as numbers, presets as numbered keys.
+    void save_writesEachKindBelowTheUsersSoftwareKey()
     {
         QCOMPARE(value(storeKey, "bgColor").kind, DWORD(REG_NONE));
-        saveSettings(unusualRecord());
-        QCOMPARE(text(storeKey, "bgColor"), QStringLiteral("#010203"));
-    }
-
-    void save_writesTextsAndFlagsAsTexts()
-    {
-        saveSettings(unusualRecord());
-        const QMap<QString, QString> expected{
-            {"clock24hr", "false"},
-            {"clockShowSeconds", "false"},
-            {"overtimeEnabled", "false"},
-            {"blinkEnabled", "false"},
-            {"bgImageEnabled", "true"},
-            {"soundEnabled", "true"},
-            {"timerColorNormal", "#040506"},
-            {"timerColorWarning", "#070809"},
-            {"timerColorCritical", "#0a0b0c"},
-            {"clockColor", "#0d0e0f"},
-            {"messageColor", "#101112"},
-            {"bgImagePath", "/pictures/Stage left.png"},
-            {"soundFilePath", "/sounds/gong.wav"},
-            {"shortcutStartPause", "F1"},
-            {"shortcutReset", "Ctrl+R"},
-            {"shortcutPlusMin", "Num+5"},
-            {"shortcutMinusMin", "Ctrl+K, Ctrl+C"},
-            {"shortcutToggleOutput", ""},
-        };
-        for (auto it = expected.cbegin(); it != expected.cend(); ++it)
-            QCOMPARE(it.key() + '=' + text(storeKey, it.key()), it.key() + '=' + it.value());
-    }
-
-    void save_writesNumbersAsNumbers()
-    {
         AppSettings settings = unusualRecord();
         settings.clockFontSize = -1; // what is saved is not clamped
         saveSettings(settings);
+        const QMap<QString, QString> texts{{"clock24hr", "false"},
+                                           {"clockShowSeconds", "false"},
+                                           {"overtimeEnabled", "false"},
+                                           {"blinkEnabled", "false"},
+                                           {"bgImageEnabled", "true"},
+                                           {"soundEnabled", "true"},
+                                           {"bgColor", "#010203"},
+                                           {"timerColorNormal", "#040506"},
+                                           {"timerColorWarning", "#070809"},
+                                           {"timerColorCritical", "#0a0b0c"},
+                                           {"clockColor", "#0d0e0f"},
+                                           {"messageColor", "#101112"},
+                                           {"bgImagePath", "/pictures/Stage left.png"},
+                                           {"soundFilePath", "/sounds/gong.wav"},
+                                           {"shortcutStartPause", "F1"},
+                                           {"shortcutReset", "Ctrl+R"},
+                                           {"shortcutPlusMin", "Num+5"},
+                                           {"shortcutMinusMin", "Ctrl+K, Ctrl+C"},
+                                           {"shortcutToggleOutput", ""}};
+        for (auto it = texts.cbegin(); it != texts.cend(); ++it)
+            QCOMPARE(it.key() + '=' + text(storeKey, it.key()), it.key() + '=' + it.value());
         QCOMPARE(number(storeKey, "timerFontSize"), QVariant(31));
         QCOMPARE(number(storeKey, "clockFontSize"), QVariant(-1));
         QCOMPARE(number(storeKey, "messageFontSize"), QVariant(13));
         QCOMPARE(number(storeKey, "defaultDuration"), QVariant(754));
         QCOMPARE(number(storeKey, "warningThreshold"), QVariant(17));
-    }
-
-    void save_writesPresetsAsNumberedKeys()
-    {
-        saveSettings(unusualRecord());
         const QString presets = storeKey + "\\presets";
         QCOMPARE(number(presets, "size"), QVariant(3));
         QCOMPARE(number(presets + "\\1", "val"), QVariant(45));
@@ -188,37 +172,25 @@ private slots:
         QCOMPARE(values, DWORD(0));
     }
 
-    void number_storedAsAText_isRead()
+    // A number of this kind is never negative; a user's -1 is stored as all bits.
+    void number_storedAsATextOrAsAllBits_isRead()
     {
-        Key(storeKey).set("clockFontSize", REG_SZ, bytesOf(QStringLiteral("99")));
+        Key key(storeKey);
+        key.set("clockFontSize", REG_SZ, bytesOf(QStringLiteral("99")));
         QCOMPARE(loaded().clockFontSize, 99);
-    }
-
-    // There are no negative numbers of this kind; a person's -1 is stored as all bits.
-    void number_ofAllBits_isReadAsNegative()
-    {
-        Key(storeKey).set("clockFontSize", REG_DWORD, bytesOf(0xFFFFFFFF));
+        key.set("clockFontSize", REG_DWORD, bytesOf(0xFFFFFFFF));
         QCOMPARE(loaded().clockFontSize, 20);
-    }
-
-    void flag_storedAsANumber_isRead_data()
-    {
-        QTest::addColumn<uint>("stored");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("0") << 0U << false;
-        QTest::newRow("1") << 1U << true;
-        QTest::newRow("2") << 2U << true;
     }
 
     void flag_storedAsANumber_isRead()
     {
-        QFETCH(uint, stored);
-        QFETCH(bool, expected);
         Key key(storeKey);
-        key.set("clock24hr", REG_DWORD, bytesOf(stored));
-        key.set("soundEnabled", REG_DWORD, bytesOf(stored));
-        QCOMPARE(loaded().clock24hr, expected);
-        QCOMPARE(loaded().soundEnabled, expected);
+        for (const DWORD stored : {0UL, 1UL, 2UL}) {
+            key.set("clock24hr", REG_DWORD, bytesOf(stored));
+            key.set("soundEnabled", REG_DWORD, bytesOf(stored));
+            QCOMPARE(loaded().clock24hr, stored != 0);
+            QCOMPARE(loaded().soundEnabled, stored != 0);
+        }
     }
 
     void valueOfAnotherKind_harmsNothing_data()
@@ -263,15 +235,10 @@ private slots:
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
     }
 
-    void storeThatCannotBeMade_yieldsTheFallbacks()
+    void storeThatCannotBeMade_yieldsTheDefaultsAndSurvivesASave()
     {
         blockStore();
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
-    }
-
-    void storeThatCannotBeMade_survivesASave()
-    {
-        blockStore();
         saveSettings(unusualRecord());
         QVERIFY(!storeExists());
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QBoxLayout>
+#include <QImage>
 #include <QLabel>
 #include <QProgressBar>
+#include <QTest>
 
 #include "OutputWindow.h"
 
@@ -66,4 +68,19 @@ inline void setHeight(OutputWindow &window, int pixels)
 {
     window.resize(800, pixels);
     window.refreshSettings();
+}
+
+/// Saves a picture of nothing but @p color at @p path, whatever its suffix says.
+inline void savePicture(const QString &path, const QColor &color, const char *format = "png")
+{
+    QImage picture(16, 16, QImage::Format_ARGB32);
+    picture.fill(color);
+    QVERIFY(picture.save(path, format));
+}
+
+/// The colour near the corner, within the top and the left margin: nothing but the ground is
+/// drawn there.
+inline QColor cornerColour(OutputWindow &window)
+{
+    return window.grab().toImage().pixelColor(2, 2);
 }

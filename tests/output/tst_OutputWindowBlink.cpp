@@ -1,7 +1,7 @@
+#include <climits>
 #include <functional>
-#include <limits>
+#include <memory>
 
-#include <QImage>
 #include <QTest>
 #include <QTimer>
 
@@ -13,15 +13,33 @@ namespace {
 
 using Step = std::function<void(OutputWindow &, AppSettings &)>;
 
+Step tick(int seconds)
+{
+    return [seconds](OutputWindow &window, AppSettings &) { window.onTimerTick(seconds); };
+}
+
+Step countUp(bool up)
+{
+    return [up](OutputWindow &window, AppSettings &) { window.setCountUp(up); };
+}
+
+Step enable(bool enabled)
+{
+    return [enabled](OutputWindow &window, AppSettings &settings) {
+        settings.blinkEnabled = enabled;
+        window.refreshSettings();
+    };
+}
+
+const Step phase = [](OutputWindow &window, AppSettings &) { window.tickBlink(); };
+const Step hideAndShow = [](OutputWindow &window, AppSettings &) {
+    window.show();
+    window.hide();
+    window.show();
+};
+
 const QString ground = QStringLiteral("#123456");
 const QString critical = QStringLiteral("#ff2200");
-
-AppSettings withGround()
-{
-    AppSettings settings;
-    settings.bgColor = QColor(ground);
-    return settings;
-}
 
 bool isHiddenPhase(const OutputWindow &window)
 {
@@ -62,31 +80,20 @@ class OutputWindowBlinkTest : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        settings = AppSettings();
+        settings.bgColor = QColor(ground);
+        window = std::make_unique<OutputWindow>(&settings);
+        setHeight(*window, 1080);
+    }
+
+    void cleanup() { window.reset(); }
+
     void blink_startsAndEnds_data()
     {
         QTest::addColumn<QList<Step>>("steps");
         QTest::addColumn<bool>("blinking");
-
-        const auto tick = [](int seconds) -> Step {
-            return [seconds](OutputWindow &window, AppSettings &) { window.onTimerTick(seconds); };
-        };
-        const auto countUp = [](bool up) -> Step {
-            return [up](OutputWindow &window, AppSettings &) { window.setCountUp(up); };
-        };
-        const auto enable = [](bool enabled) -> Step {
-            return [enabled](OutputWindow &window, AppSettings &settings) {
-                settings.blinkEnabled = enabled;
-                window.refreshSettings();
-            };
-        };
-        const Step phase = [](OutputWindow &window, AppSettings &) { window.tickBlink(); };
-        const Step hideAndShow = [](OutputWindow &window, AppSettings &) {
-            window.show();
-            window.hide();
-            window.show();
-        };
-        const int smallest = std::numeric_limits<int>::min();
-
         using Steps = QList<Step>;
         QTest::newRow("fresh") << Steps{} << false;
         QTest::newRow("positive tick") << Steps{tick(1)} << false;
@@ -103,7 +110,7 @@ private slots:
             << Steps{enable(false), tick(0), enable(true), tick(0)} << true;
         QTest::newRow("zero twice") << Steps{tick(0), tick(0)} << true;
         QTest::newRow("zero, overtime") << Steps{tick(0), tick(-1)} << true;
-        QTest::newRow("zero, long overtime") << Steps{tick(0), tick(-1), tick(smallest)} << true;
+        QTest::newRow("zero, long overtime") << Steps{tick(0), tick(-1), tick(INT_MIN)} << true;
         QTest::newRow("zero, hidden phase, overtime") << Steps{tick(0), phase, tick(-1)} << true;
         QTest::newRow("zero, blink off afterwards")
             << Steps{tick(0), enable(false), tick(-1)} << true;
@@ -127,188 +134,92 @@ private slots:
     void blink_startsAndEnds()
     {
         QFETCH(QList<Step>, steps);
-        AppSettings settings = withGround();
-        OutputWindow window(&settings);
         for (const Step &step : steps)
-            step(window, settings);
-        QTEST(endsBlink(window), "blinking");
+            step(*window, settings);
+        QTEST(endsBlink(*window), "blinking");
     }
 
-    void zero_showsTheFigureFirst()
+    void tickBlink_alternatesFromTheFigure()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
-        window.onTimerTick(0);
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-    }
-
-    void zero_endsAHiddenPhaseLeftFromBefore()
-    {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.tickBlink(); // no blink runs: nothing else would bring the figure back
-        QVERIFY(isHiddenPhase(window));
-        window.onTimerTick(0);
-        QVERIFY(!isHiddenPhase(window));
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-    }
-
-    void zeroAgain_whileHidden_changesNothing()
-    {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.onTimerTick(0);
-        window.tickBlink();
-        window.onTimerTick(0);
-        QVERIFY(isHiddenPhase(window));
-    }
-
-    void tickBlink_alternates()
-    {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 540);
-        window.onTimerTick(0);
+        setHeight(*window, 540);
+        window->tickBlink(); // no blink runs: nothing but a start of it would bring the figure back
+        QVERIFY(isHiddenPhase(*window));
+        window->onTimerTick(0);
         for (int i = 0; i < 3; ++i) {
-            window.tickBlink();
-            QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 75));
-            window.tickBlink();
-            QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 75));
+            QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle(critical, 75));
+            QCOMPARE(figureLabel(*window)->text(), QStringLiteral("00:00"));
+            window->tickBlink();
+            QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle(ground, 75));
+            QCOMPARE(figureLabel(*window)->text(), QStringLiteral("00:00"));
+            QVERIFY(figureLabel(*window)->isVisibleTo(window.get()));
+            window->onTimerTick(0); // another zero changes nothing
+            QVERIFY(isHiddenPhase(*window));
+            window->tickBlink();
         }
     }
 
-    void tickBlink_leavesTheTextAlone()
-    {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.onTimerTick(0);
-        window.tickBlink();
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-        QVERIFY(figureLabel(window)->isVisibleTo(&window));
-    }
-
+    // The bar keeps to the colour rule meanwhile.
     void overtime_whileHidden_showsWithTheNextPhase()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
-        window.onTimerTick(0);
-        window.tickBlink();
-        window.onTimerTick(-1);
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("00:00"));
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
-        window.tickBlink();
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:01"));
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+        hideFigure();
+        QCOMPARE(progressBar(*window)->styleSheet(), barStyle(critical));
+        settings.timerColorCritical = QColor("#00ffff");
+        window->onTimerTick(-1);
+        QCOMPARE(figureLabel(*window)->text(), QStringLiteral("00:00"));
+        QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle(ground, 150));
+        QCOMPARE(progressBar(*window)->styleSheet(), barStyle("#00ffff"));
+        QCOMPARE(progressBar(*window)->value(), 0);
+        window->tickBlink();
+        QCOMPARE(figureLabel(*window)->text(), QStringLiteral("-00:01"));
+        QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle("#00ffff", 150));
     }
 
-    void positiveTick_whileHidden_showsTheFigureAtOnce()
+    void endOfTheBlink_whileHidden_showsTheFigureAtOnce_data()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
-        window.onTimerTick(0);
-        window.tickBlink();
-        window.onTimerTick(300);
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("05:00"));
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
+        QTest::addColumn<Step>("step");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("style");
+        QTest::newRow("positive tick") << tick(300) << "05:00" << figureStyle("#00cc00", 150);
+        QTest::newRow("up") << countUp(true) << "-00:03" << figureStyle(critical, 150);
+        QTest::newRow("down again") << countUp(false) << "-00:03" << figureStyle(critical, 150);
     }
 
-    void countUp_whileHidden_showsTheFigureAtOnce_data()
+    void endOfTheBlink_whileHidden_showsTheFigureAtOnce()
     {
-        QTest::addColumn<bool>("countUp");
-        QTest::newRow("up") << true;
-        QTest::newRow("down again") << false;
-    }
-
-    void countUp_whileHidden_showsTheFigureAtOnce()
-    {
-        QFETCH(bool, countUp);
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
-        window.onTimerTick(0);
-        window.tickBlink();
-        window.onTimerTick(-3);
-        window.setCountUp(countUp);
-        QCOMPARE(figureLabel(window)->text(), QStringLiteral("-00:03"));
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 150));
+        QFETCH(Step, step);
+        hideFigure();
+        window->onTimerTick(-3);
+        step(*window, settings);
+        QTEST(figureLabel(*window)->text(), "text");
+        QTEST(figureLabel(*window)->styleSheet(), "style");
     }
 
     void countUp_whenIdle_redrawsNothing()
     {
-        AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
         settings.timerColorNormal = QColor("#abcdef");
-        window.setCountUp(true);
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle("#00cc00", 150));
-    }
-
-    void bar_whileHidden_followsTheColourRule()
-    {
-        AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.onTimerTick(0);
-        window.tickBlink();
-        QCOMPARE(progressBar(window)->styleSheet(), barStyle(critical));
-        settings.timerColorCritical = QColor("#00ffff");
-        window.onTimerTick(-1);
-        QVERIFY(isHiddenPhase(window));
-        QCOMPARE(progressBar(window)->styleSheet(), barStyle("#00ffff"));
-        QCOMPARE(progressBar(window)->value(), 0);
+        window->setCountUp(true);
+        QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle("#00cc00", 150));
     }
 
     void refreshSettings_whileHidden_leavesTheFigureAlone()
     {
-        AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        setHeight(window, 1080);
-        window.onTimerTick(0);
-        window.tickBlink();
+        hideFigure();
         settings.timerFontSize = 300;
         settings.bgColor = QColor("#654321");
         settings.messageColor = QColor("#00ffff");
-        window.refreshSettings();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(ground, 150));
-        QCOMPARE(messageLabel(window)->styleSheet(), messageStyle("#00ffff", 36));
-        window.tickBlink();
-        QCOMPARE(figureLabel(window)->styleSheet(), figureStyle(critical, 300));
-    }
-
-    void hiddenPhase_isDrawnInTheGroundsColour()
-    {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.setViewMode(0);
-        window.resize(800, 500);
-        window.show();
-        window.onTimerTick(0);
-        const auto hasOtherColour = [&window] {
-            const QImage picture = window.grab(figureArea(window)->geometry()).toImage();
-            for (int y = 0; y < picture.height(); ++y) {
-                for (int x = 0; x < picture.width(); ++x) {
-                    if (picture.pixelColor(x, y) != QColor(ground))
-                        return true;
-                }
-            }
-            return false;
-        };
-        QVERIFY(hasOtherColour());
-        window.tickBlink();
-        QVERIFY(!hasOtherColour());
+        window->refreshSettings();
+        QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle(ground, 150));
+        QCOMPARE(messageLabel(*window)->styleSheet(), messageStyle("#00ffff", 36));
+        window->tickBlink();
+        QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle(critical, 300));
     }
 
     void timers_haveHalfASecond()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
         const TimerWatch watch;
-        window.onTimerTick(0);
-        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
-        QTRY_VERIFY_WITH_TIMEOUT(!isHiddenPhase(window), 2000);
+        window->onTimerTick(0);
+        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(*window), 2000);
+        QTRY_VERIFY_WITH_TIMEOUT(!isHiddenPhase(*window), 2000);
         QCOMPARE(watch.fired.size(), 2); // the clock's and the blink's
         for (const QTimer *timer : watch.fired) {
             QCOMPARE(timer->interval(), 500);
@@ -318,28 +229,35 @@ private slots:
 
     void zeros_doNotHoldUpThePhase()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.onTimerTick(0);
+        window->onTimerTick(0);
         QTimer zeros;
-        connect(&zeros, &QTimer::timeout, &window, [&window] { window.onTimerTick(0); });
+        connect(&zeros, &QTimer::timeout, window.get(), [this] { window->onTimerTick(0); });
         zeros.start(100);
-        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(window), 2000);
+        QTRY_VERIFY_WITH_TIMEOUT(isHiddenPhase(*window), 2000);
     }
 
     void idle_doesNotBlinkByItself()
     {
-        const AppSettings settings = withGround();
-        OutputWindow window(&settings);
-        window.onTimerTick(0);
-        window.onTimerTick(300);
-        clockLabel(window)->setText("stale");
+        window->onTimerTick(0);
+        window->onTimerTick(300);
+        clockLabel(*window)->setText("stale");
         // The clock's timer is as slow as the blink's: once it has ticked, a blink would have.
         const TimerWatch watch;
-        QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != "stale", 2000);
-        QVERIFY(!isHiddenPhase(window));
+        QTRY_VERIFY_WITH_TIMEOUT(clockLabel(*window)->text() != "stale", 2000);
+        QVERIFY(!isHiddenPhase(*window));
         QCOMPARE(watch.fired.size(), 1);
     }
+
+private:
+    void hideFigure()
+    {
+        window->onTimerTick(0);
+        window->tickBlink();
+        QVERIFY(isHiddenPhase(*window));
+    }
+
+    AppSettings settings;
+    std::unique_ptr<OutputWindow> window;
 };
 
 VELMORA_TEST_MAIN(OutputWindowBlinkTest)

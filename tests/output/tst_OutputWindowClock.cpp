@@ -1,5 +1,5 @@
+#include <climits>
 #include <ctime>
-#include <limits>
 
 #include <QDateTime>
 #include <QRegularExpression>
@@ -13,16 +13,6 @@
 namespace {
 
 const QString stale = QStringLiteral("stale");
-
-bool isFigureShown(const OutputWindow &window)
-{
-    return figureLabel(window)->isVisibleTo(&window);
-}
-
-bool isClockShown(const OutputWindow &window)
-{
-    return clockLabel(window)->isVisibleTo(&window);
-}
 
 /// Lets it be an hour of the day in this process while it lives, whatever the hour is: a time
 /// zone is made up for it. Windows has one zone for all processes, and keeps its hour.
@@ -56,147 +46,93 @@ private:
     const QByteArray before = qgetenv("TZ");
 };
 
-// The time now in the 24-hour form with seconds, by other means than the clock's.
-QString now()
-{
-    const QTime time = QTime::currentTime();
-    return QString::asprintf("%02d:%02d:%02d", time.hour(), time.minute(), time.second());
-}
-
 } // namespace
 
+/// The clock, and which of figure and clock is shown.
 class OutputWindowClockTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void tickClock_showsThePresentTime_data()
+    void clock_showsThePresentTime_data()
     {
         QTest::addColumn<bool>("hours24");
         QTest::addColumn<bool>("seconds");
         QTest::addColumn<QString>("format");
         QTest::addColumn<QString>("pattern");
-        QTest::newRow("24 h with seconds") << true << true << "HH:mm:ss"
-                                           << "^([01]\\d|2[0-3]):[0-5]\\d:[0-5]\\d$";
-        QTest::newRow("24 h") << true << false << "HH:mm"
-                              << "^([01]\\d|2[0-3]):[0-5]\\d$";
-        QTest::newRow("12 h with seconds") << false << true << "hh:mm:ss AP"
-                                           << "^(0[1-9]|1[0-2]):[0-5]\\d:[0-5]\\d (AM|PM)$";
-        QTest::newRow("12 h") << false << false << "hh:mm AP"
-                              << "^(0[1-9]|1[0-2]):[0-5]\\d (AM|PM)$";
+        const QString hours24 = "^([01]\\d|2[0-3])";
+        const QString hours12 = "^(0[1-9]|1[0-2])";
+        const QString sixty = ":[0-5]\\d";
+        QTest::newRow("24 h with seconds") << true << true << "HH:mm:ss" << hours24 + sixty + sixty;
+        QTest::newRow("24 h") << true << false << "HH:mm" << hours24 + sixty;
+        QTest::newRow("12 h with seconds")
+            << false << true << "hh:mm:ss AP" << hours12 + sixty + sixty + " (AM|PM)";
+        QTest::newRow("12 h") << false << false << "hh:mm AP" << hours12 + sixty + " (AM|PM)";
     }
 
-    // At an hour of one digit and at one that a clock of 12 hours knows by another number.
-    void tickClock_showsThePresentTime()
+    // At an hour of one digit and at one that a clock of 12 hours knows by another number; as the
+    // window is made, and as the settings change.
+    void clock_showsThePresentTime()
     {
         QFETCH(bool, hours24);
         QFETCH(bool, seconds);
         QFETCH(QString, format);
         QFETCH(QString, pattern);
         AppSettings settings;
-        OutputWindow window(&settings);
+        OutputWindow other(&settings);
         settings.clock24hr = hours24;
         settings.clockShowSeconds = seconds;
-
         for (const int hour : {5, 17}) {
             const HourOfDay hourOfDay(hour);
             const QString before = QTime::currentTime().toString(format);
-            window.tickClock();
+            const OutputWindow fresh(&settings);
+            other.refreshSettings();
             const QString after = QTime::currentTime().toString(format);
-
-            const QString text = clockLabel(window)->text();
-            QVERIFY2(QRegularExpression(pattern).match(text).hasMatch(), qPrintable(text));
-            QVERIFY2(text == before || text == after, qPrintable(text));
+            for (const OutputWindow *window : {&fresh, &std::as_const(other)}) {
+                const QString text = clockLabel(*window)->text();
+                QVERIFY2(QRegularExpression(pattern + '$').match(text).hasMatch(),
+                         qPrintable(text));
+                QVERIFY2(text == before || text == after, qPrintable(text));
+            }
         }
     }
 
-    void fresh_showsThePresentTime()
-    {
-        const AppSettings settings;
-        const QString before = now();
-        const OutputWindow window(&settings);
-        const QString after = now();
-        const QString text = clockLabel(window)->text();
-        QVERIFY2(text == before || text == after, qPrintable(text));
-    }
-
-    void refreshSettings_changesTheFormatAtOnce()
-    {
-        AppSettings settings;
-        OutputWindow window(&settings);
-        settings.clock24hr = false;
-        settings.clockShowSeconds = false;
-        window.refreshSettings();
-        const QString text = clockLabel(window)->text();
-        QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d (AM|PM)$").match(text).hasMatch(),
-                 qPrintable(text));
-    }
-
-    void tickClock_onlyTheFigureShown_leavesTheTextStale()
+    void onlyTheFigureShown_leavesTheClockStale()
     {
         const AppSettings settings;
         OutputWindow window(&settings);
         window.setViewMode(0);
         clockLabel(window)->setText(stale);
         window.tickClock();
-        QCOMPARE(clockLabel(window)->text(), stale);
-    }
-
-    void refreshSettings_onlyTheFigureShown_leavesTheTextStale()
-    {
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.setViewMode(0);
-        clockLabel(window)->setText(stale);
         window.refreshSettings();
         QCOMPARE(clockLabel(window)->text(), stale);
-    }
-
-    void setViewMode_keepsTheStaleTextUntilTheNextTick_data()
-    {
-        QTest::addColumn<int>("mode");
-        QTest::newRow("clock only") << 1;
-        QTest::newRow("both") << 2;
-    }
-
-    void setViewMode_keepsTheStaleTextUntilTheNextTick()
-    {
-        QFETCH(int, mode);
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.setViewMode(0);
-        clockLabel(window)->setText(stale);
-        window.setViewMode(mode);
-        QVERIFY(isClockShown(window));
-        QCOMPARE(clockLabel(window)->text(), stale);
-        QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != stale, 1000);
-    }
-
-    void tickClock_inAnUnknownMode_setsTheText()
-    {
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.setViewMode(0);
-        clockLabel(window)->setText(stale);
         window.setViewMode(7); // kept, and it is not the one that leaves the clock alone
+        QCOMPARE(clockLabel(window)->text(), stale);
         window.tickClock();
         QVERIFY(clockLabel(window)->text() != stale);
     }
 
-    void clock_ticksByItself()
+    void clock_ticksByItself_data()
     {
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.show();
-        clockLabel(window)->setText(stale);
-        QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != stale, 1000);
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("clock only, hidden window") << 1 << false;
+        QTest::newRow("both, hidden window") << 2 << false;
+        QTest::newRow("both") << 2 << true;
     }
 
-    void clock_ticksWhileTheWindowIsHidden()
+    // A mode that shows the clock leaves the stale text until the next tick.
+    void clock_ticksByItself()
     {
+        QFETCH(int, mode);
+        QFETCH(bool, shown);
         const AppSettings settings;
-        const OutputWindow window(&settings);
+        OutputWindow window(&settings);
+        window.setVisible(shown);
+        window.setViewMode(0);
         clockLabel(window)->setText(stale);
+        window.setViewMode(mode);
+        QCOMPARE(clockLabel(window)->text(), stale);
         QTRY_VERIFY_WITH_TIMEOUT(clockLabel(window)->text() != stale, 1000);
     }
 
@@ -210,76 +146,34 @@ private slots:
             QTest::addRow("%d to figure", before) << before << 0 << true << false;
             QTest::addRow("%d to clock", before) << before << 1 << false << true;
             QTest::addRow("%d to both", before) << before << 2 << true << true;
+            for (const int unknown : {-1, 3, 4, INT_MIN, INT_MAX})
+                QTest::addRow("%d to %d, unknown", before, unknown)
+                    << before << unknown << (before != 1) << (before != 0);
         }
     }
 
+    // Message and bar do not depend on it.
     void viewMode_choosesWhatIsShown()
     {
         QFETCH(int, before);
         QFETCH(int, mode);
         const AppSettings settings;
         OutputWindow window(&settings);
-        window.setViewMode(before);
-        window.setViewMode(mode);
-        QTEST(isFigureShown(window), "figure");
-        QTEST(isClockShown(window), "clock");
-    }
-
-    void unknownViewMode_changesNoVisibility_data()
-    {
-        QTest::addColumn<int>("before");
-        QTest::addColumn<int>("mode");
-        for (int before = 0; before <= 2; ++before) {
-            for (int mode :
-                 {-1, 3, 4, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
-                QTest::addRow("%d to %d", before, mode) << before << mode;
-        }
-    }
-
-    void unknownViewMode_changesNoVisibility()
-    {
-        QFETCH(int, before);
-        QFETCH(int, mode);
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.setViewMode(before);
-        const bool figure = isFigureShown(window);
-        const bool clock = isClockShown(window);
-        window.setViewMode(mode);
-        QCOMPARE(isFigureShown(window), figure);
-        QCOMPARE(isClockShown(window), clock);
-    }
-
-    void viewMode_leavesMessageAndBarAlone_data()
-    {
-        QTest::addColumn<int>("mode");
-        for (int mode = 0; mode <= 2; ++mode)
-            QTest::addRow("%d", mode) << mode;
-    }
-
-    void viewMode_leavesMessageAndBarAlone()
-    {
-        QFETCH(int, mode);
-        const AppSettings settings;
-        OutputWindow window(&settings);
+        QVERIFY(figureLabel(window)->isVisibleTo(&window));
+        QVERIFY(clockLabel(window)->isVisibleTo(&window));
         window.setMessage("Please wrap up");
+        window.setViewMode(before);
         window.setViewMode(mode);
-        QVERIFY(messageLabel(window)->isVisibleTo(&window));
-        QVERIFY(progressBar(window)->isVisibleTo(&window));
-        QCOMPARE(messageLabel(window)->text(), QStringLiteral("Please wrap up"));
-        QCOMPARE(progressBar(window)->value(), 1000);
-    }
-
-    void viewMode_survivesHideAndShow()
-    {
-        const AppSettings settings;
-        OutputWindow window(&settings);
-        window.setViewMode(1);
-        window.show();
-        window.hide();
-        window.show();
-        QVERIFY(!isFigureShown(window));
-        QVERIFY(isClockShown(window));
+        for (const bool shownAgain : {false, true}) {
+            QTEST(figureLabel(window)->isVisibleTo(&window), "figure");
+            QTEST(clockLabel(window)->isVisibleTo(&window), "clock");
+            QVERIFY(messageLabel(window)->isVisibleTo(&window));
+            QVERIFY(progressBar(window)->isVisibleTo(&window));
+            QCOMPARE(messageLabel(window)->text(), QStringLiteral("Please wrap up"));
+            QCOMPARE(progressBar(window)->value(), 1000);
+            window.setVisible(!shownAgain);
+            window.hide();
+        }
     }
 };
 

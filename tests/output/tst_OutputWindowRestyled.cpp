@@ -3,7 +3,6 @@
 #include <QTest>
 
 #include "AppSettings.h"
-#include "GroundPicture.h"
 #include "OutputParts.h"
 #include "Restyle.h"
 #include "StyleSheet.h"
@@ -49,9 +48,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(dir.isValid());
-        QImage holes(16, 16, QImage::Format_ARGB32);
-        holes.fill(Qt::transparent);
-        QVERIFY(holes.save(dir.filePath("holes.png")));
+        savePicture(dir.filePath("holes.png"), Qt::transparent);
     }
 
     void init()
@@ -68,32 +65,21 @@ private slots:
         QApplication::setPalette(QPalette());
     }
 
-    void colour_isDrawnAlone_data() { addRestylings(); }
+    void colour_isDrawnAloneUnderTheSameLook_data() { addRestylings(); }
 
-    void colour_isDrawnAlone()
-    {
-        QFETCH(Restyling, restyle);
-        OutputWindow window(&settings);
-        showWindow(window);
-        const PaintedGround painted(window);
-        restyle();
-        QTRY_VERIFY(!painted.colors.isEmpty());
-        QCoreApplication::processEvents();
-        QCOMPARE(painted.colors, QList<QColor>(painted.colors.size(), ground));
-        QCOMPARE(cornerColour(window), ground);
-    }
-
-    void everything_looksTheSame_data() { addRestylings(); }
-
-    void everything_looksTheSame()
+    void colour_isDrawnAloneUnderTheSameLook()
     {
         QFETCH(Restyling, restyle);
         OutputWindow window(&settings);
         window.setMessage("Five minutes left");
         showWindow(window);
         const QImage before = window.grab().toImage();
+        const PaintedGround painted(window);
         restyle();
+        QTRY_VERIFY(!painted.colors.isEmpty());
         QCoreApplication::processEvents();
+        QCOMPARE(painted.colors, QList<QColor>(painted.colors.size(), ground));
+        QCOMPARE(cornerColour(window), ground);
         QCOMPARE(window.grab().toImage(), before);
     }
 
@@ -130,31 +116,22 @@ private slots:
         QVERIFY(!window.autoFillBackground());
     }
 
-    void pictureWithHoles_keepsTheFormerColour_data() { addRestylings(); }
+    void pictureWithHoles_looksTheSame_data() { addRestylings(); }
 
-    void pictureWithHoles_keepsTheFormerColour()
+    // Over the former colour, or from the start.
+    void pictureWithHoles_looksTheSame()
     {
         QFETCH(Restyling, restyle);
-        OutputWindow window(&settings);
-        showWindow(window);
-        usePicture("holes.png");
-        window.refreshSettings();
-        const QImage before = window.grab().toImage();
-        restyle();
-        QCOMPARE(window.grab().toImage(), before);
-    }
-
-    void pictureWithHoles_fromTheStart_looksTheSame_data() { addRestylings(); }
-
-    void pictureWithHoles_fromTheStart_looksTheSame()
-    {
-        QFETCH(Restyling, restyle);
-        usePicture("holes.png");
-        OutputWindow window(&settings);
-        showWindow(window);
-        const QImage before = window.grab().toImage();
-        restyle();
-        QCOMPARE(window.grab().toImage(), before);
+        for (const bool fromTheStart : {false, true}) {
+            settings.bgImageEnabled = fromTheStart;
+            OutputWindow window(&settings);
+            showWindow(window);
+            usePicture("holes.png");
+            window.refreshSettings();
+            const QImage before = window.grab().toImage();
+            restyle();
+            QCOMPARE(window.grab().toImage(), before);
+        }
     }
 
 private:

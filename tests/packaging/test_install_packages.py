@@ -5,6 +5,7 @@ The first argument is the script.
 
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -48,7 +49,7 @@ class InstallPackages(unittest.TestCase):
         described = self.folder / "os-release"
         described.write_text(release, encoding="utf-8")
         done = subprocess.run(
-            [SCRIPT, "run"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            [shutil.which("bash"), SCRIPT, "run"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT, text=True,
             env=os.environ | {"FAKES": str(self.folder), "PATH": f"{self.folder}:{path}",
                               "VELMORA_OS_RELEASE": str(described)})

@@ -4,10 +4,13 @@
 #include <vector>
 
 #include <QApplication>
+#include <QLabel>
+#include <QPushButton>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
 
+#include "Find.h"
 #include "Store.h"
 
 // The program's entry routine, compiled under this name for the tests.
@@ -15,7 +18,10 @@ int velmoraMain(int argc, char *argv[]);
 
 namespace {
 
+constexpr int limitMs = 20000;
+
 const StartupRun *presentRun = nullptr;
+std::function<void()> onceRunning;
 QString folder; // goes with the test's store
 
 void hookIntoProgram()
@@ -26,10 +32,9 @@ void hookIntoProgram()
         presentRun->beforeProgram();
     QTimer::singleShot(0, qApp, [] {
         QCOMPARE(QThread::currentThread()->loopLevel(), 1);
-        if (presentRun->whileRunning)
-            presentRun->whileRunning();
+        onceRunning();
     });
-    QTimer::singleShot(presentRun->limit, qApp, [] { QCoreApplication::exit(exitAtLimit); });
+    QTimer::singleShot(limitMs, qApp, [] { QCoreApplication::exit(exitAtLimit); });
 }
 
 template<typename Window>
@@ -51,7 +56,7 @@ Window *onlyWindow(const QString &title)
 
 Q_COREAPP_STARTUP_FUNCTION(hookIntoProgram)
 
-int runProgram(const StartupRun &run)
+int runProgram(const std::function<void()> &whileRunning, const StartupRun &run)
 {
     usePlatform(run.platform, folder + "/screens.json");
 
@@ -65,9 +70,19 @@ int runProgram(const StartupRun &run)
     arguments.push_back(nullptr);
 
     presentRun = &run;
+    onceRunning = whileRunning;
     const int result = velmoraMain(count, arguments.data());
     presentRun = nullptr;
     return result;
+}
+
+void visitProgram(const std::function<void()> &whileRunning, const StartupRun &run)
+{
+    const auto visit = [&whileRunning] {
+        whileRunning();
+        QCoreApplication::exit(0);
+    };
+    QCOMPARE(runProgram(visit, run), 0);
 }
 
 QWidget *controlWindow()
@@ -92,6 +107,16 @@ QObject *updater()
         found = child;
     }
     return found;
+}
+
+QPushButton *button(const QString &text)
+{
+    return findByText<QPushButton>(*controlWindow(), text);
+}
+
+QLabel *controlFigure()
+{
+    return controlWindow()->findChild<QLabel *>("timerPreview");
 }
 
 int runStartupTest(int argc, char *argv[], const std::function<QObject *()> &makeTest)

@@ -1,130 +1,198 @@
 #include <QApplication>
-#include <QDir>
 #include <QDirIterator>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTemporaryFile>
 #include <QTest>
 
-#include "Find.h"
+#ifndef Q_OS_WIN
+#include <unistd.h>
+#endif
+
+#include "AppSettings.h"
+#include "CueFixture.h"
 #include "OutputParts.h"
 #include "StartupRun.h"
 #include "Store.h"
 
 namespace {
 
-int run(const std::function<void()> &whileRunning, const QStringList &arguments = {})
+QList<bool> attributes()
 {
-    return runProgram({.platform = {},
-                       .arguments = arguments,
-                       .beforeProgram = {},
-                       .whileRunning = [&whileRunning] {
-                           whileRunning();
-                           QCoreApplication::exit(0);
-                       }});
+    QList<bool> set;
+    for (int attribute = 0; attribute < Qt::AA_AttributeCount; ++attribute)
+        set += QCoreApplication::testAttribute(Qt::ApplicationAttribute(attribute));
+    return set;
 }
 
-QString previewText()
-{
-    return controlWindow()->findChild<QLabel *>("timerPreview")->text();
-}
-
-QPushButton *button(const QString &text)
-{
-    return findByText<QPushButton>(*controlWindow(), text);
-}
-
-/// Notes in which order, and how often, widgets are given a style sheet.
-class StyleWatch : public QObject
+/// Calls a function with every event, before it is delivered.
+class EventWatch : public QObject
 {
 public:
-    void watch(QWidget *widget) { widget->installEventFilter(this); }
-
-    QList<const QObject *> styled;
+    using Note = std::function<void(QObject *, QEvent::Type)>;
+    explicit EventWatch(const Note &note)
+        : note(note)
+    {
+    }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::StyleChange)
-            styled.append(watched);
+        note(watched, event->type());
         return false;
     }
+
+private:
+    Note note;
 };
+
+#ifndef Q_OS_WIN
+/// Has this process write its standard streams to a file while it lives.
+class CaughtStreams
+{
+public:
+    CaughtStreams()
+        : handler(qInstallMessageHandler(nullptr)) // QtTest's own prints more than the message
+    {
+        fflush(nullptr);
+        if (!file.open() || dup2(file.handle(), 1) < 0 || dup2(file.handle(), 2) < 0)
+            qFatal("Cannot catch the streams");
+    }
+    ~CaughtStreams()
+    {
+        fflush(nullptr);
+        dup2(standardOutput, 1);
+        dup2(standardError, 2);
+        close(standardOutput);
+        close(standardError);
+        qInstallMessageHandler(handler);
+    }
+    Q_DISABLE_COPY_MOVE(CaughtStreams)
+
+    QByteArrayList lines()
+    {
+        fflush(nullptr);
+        QFile written(file.fileName());
+        return written.open(QIODevice::ReadOnly) ? written.readAll().split('\n')
+                                                 : QByteArrayList{"not to be read"};
+    }
+
+private:
+    const QtMessageHandler handler;
+    const int standardOutput = dup(1);
+    const int standardError = dup(2);
+    QTemporaryFile file;
+};
+
+// What Qt and its libraries say of a machine without sound, without a session bus
+// or without hardware decoders. Not one line of it is the program's.
+bool isQtsOwn(const QString &line)
+{
+    static const QRegularExpression known(
+        "^(PulseAudioService: .*|qt\\.(multimedia|qpa)\\..*|ALSA lib .*|\\[ALSOFT\\].*"
+        "|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|.*XDG_RUNTIME_DIR not set.*|Failed to create .*dbus.*"
+        "|libva.*)$");
+    return known.match(line).hasMatch();
+}
+#endif
 
 } // namespace
 
+/// What the start makes of the store, of Qt and of the two windows.
 class StartupTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init() { removeStore(); }
+public:
+    // Heard by nobody, and not dependent on the sound of this machine.
+    StartupTest() { qputenv("PULSE_SERVER", "unix:/nonexistent/velmora-test"); }
 
-    void application_hasItsNames()
+private slots:
+    // Attributes outlive the application that they are set for, so this comes before all runs.
+    void initTestCase()
     {
-        run([] {
+        int count = 1;
+        char name[] = "velmora";
+        char *arguments[] = {name, nullptr};
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QApplication plain(count, arguments);
+        qtsAttributes = attributes();
+    }
+
+    void init()
+    {
+        removeStore();
+        // They outlive the application of the run before.
+        QCoreApplication::setApplicationName({});
+        QCoreApplication::setOrganizationName({});
+    }
+
+    void application_hasItsNamesAndQtsDefaults()
+    {
+        const auto policy = QGuiApplication::highDpiScaleFactorRoundingPolicy();
+        visitProgram([&] {
             QCOMPARE(QCoreApplication::applicationName(), QStringLiteral("Velmora"));
             QCOMPARE(QCoreApplication::organizationName(), QStringLiteral("Orlavane"));
-        });
-    }
-
-    void application_hasNoWindowIcon()
-    {
-        run([] {
             QVERIFY(QApplication::windowIcon().isNull());
-            QVERIFY(controlWindow()->windowIcon().isNull());
-            QVERIFY(outputWindow()->windowIcon().isNull());
+            QVERIFY(QGuiApplication::quitOnLastWindowClosed());
+            QCOMPARE(attributes(), qtsAttributes);
+            QCOMPARE(QGuiApplication::highDpiScaleFactorRoundingPolicy(), policy);
         });
     }
 
-    void application_quitsWithItsLastWindow()
+    void arguments_goToQtOnly()
     {
-        run([] { QVERIFY(QGuiApplication::quitOnLastWindowClosed()); });
-    }
-
-    void arguments_goToTheToolkitOnly()
-    {
-        run(
-            [] {
-                const QStringList rest{"velmora", "--duration", "10", "show.txt"};
-                QCOMPARE(QCoreApplication::arguments(), rest);
-                QCOMPARE(previewText(), QStringLiteral("05:00"));
-            },
-            {"--duration", "10", "-style", "windows", "show.txt"});
-    }
-
-    void exitCode_isTheEventLoops_data()
-    {
-        QTest::addColumn<int>("code");
-        QTest::newRow("success") << 0;
-        QTest::newRow("other") << 7;
+        const auto check = [] {
+            const QStringList rest{"velmora", "--duration", "10", "show.txt"};
+            QCOMPARE(QCoreApplication::arguments(), rest);
+            QCOMPARE(controlFigure()->text(), QStringLiteral("05:00"));
+        };
+        visitProgram(check, {.arguments = {"--duration", "10", "-style", "windows", "show.txt"}});
     }
 
     void exitCode_isTheEventLoops()
     {
-        QFETCH(int, code);
-        const int result = runProgram(
-            {.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [code] {
-                 QCoreApplication::exit(code);
-             }});
-        QCOMPARE(result, code);
+        for (const int code : {0, 7})
+            QCOMPARE(runProgram([code] { QCoreApplication::exit(code); }), code);
     }
 
-    void firstRun_opensWithFiveMinutes()
+    void firstRun_opensWithFiveMinutesInALargeFigure()
     {
-        run([] {
-            QCOMPARE(previewText(), QStringLiteral("05:00"));
+        visitProgram([] {
+            QCOMPARE(controlFigure()->text(), QStringLiteral("05:00"));
             QCOMPARE(figureLabel(*outputWindow())->text(), QStringLiteral("05:00"));
             QCOMPARE(progressBar(*outputWindow())->value(), 1000);
-        });
-    }
-
-    void firstRun_hasTheLargeFigure()
-    {
-        run([] {
             setHeight(*outputWindow(), 1080);
             QCOMPARE(figureLabel(*outputWindow())->styleSheet(), figureStyle("#00cc00", 300));
         });
+    }
+
+    // As each window is shown, it has all that it shows: with any other count or total, figure or
+    // bar would be another.
+    void windows_areShownInOrderAndReady()
+    {
+        writeStoreBytes("[General]\ndefaultDuration=120\n");
+        QStringList shown;
+        EventWatch watch([&shown](QObject *watched, QEvent::Type type) {
+            if (type == QEvent::Show && watched->isWidgetType() && watched == controlWindow()) {
+                shown += QStringLiteral("Control %1, of %2 by %3")
+                             .arg(controlFigure()->text(), QCoreApplication::applicationName(),
+                                  QCoreApplication::organizationName());
+            } else if (type == QEvent::Show && watched->isWidgetType()
+                       && watched == outputWindow()) {
+                shown += QStringLiteral("Output %1, bar at %2")
+                             .arg(figureLabel(*outputWindow())->text())
+                             .arg(progressBar(*outputWindow())->value());
+            }
+        });
+        visitProgram(
+            [&shown] {
+                QCOMPARE(shown,
+                         (QStringList{"Control 02:00, of Velmora by Orlavane",
+                                      "Output 02:00, bar at 1000"}));
+            },
+            {.beforeProgram = [&watch] { qApp->installEventFilter(&watch); }});
     }
 
     void storedDuration_isShownBeforeAnyTick_data()
@@ -147,46 +215,48 @@ private slots:
         QFETCH(QString, text);
         QFETCH(int, value);
         writeStoreBytes("[General]\ndefaultDuration=" + stored + "\n");
-        run([&] {
-            QCOMPARE(previewText(), text);
+        visitProgram([&] {
+            QCOMPARE(controlFigure()->text(), text);
             QCOMPARE(figureLabel(*outputWindow())->text(), text);
             QCOMPARE(progressBar(*outputWindow())->value(), value);
             button("+1 min")->click(); // the total stays what it was at the start
             button("−1 min")->click();
             QCOMPARE(progressBar(*outputWindow())->value(), value);
-        });
-    }
-
-    void storedDuration_isWhatResetRestores()
-    {
-        writeStoreBytes("[General]\ndefaultDuration=120\n");
-        run([] {
             button("↺  RESET")->click();
-            QCOMPARE(previewText(), QStringLiteral("02:00"));
+            QCOMPARE(controlFigure()->text(), text);
         });
     }
 
-    // The first state is given as a tick, and a tick of zero starts the blink.
-    void storedZero_blinksFromTheStart()
+    // The first state is given as a tick, and a tick of zero starts the blink. It plays no cue.
+    void storedZero_blinksAtOnceAndIsHeardWhenItIsReached()
     {
-        writeStoreBytes("[General]\ndefaultDuration=0\nbgColor=#123456\n");
-        run([] {
+        const CueFiles files;
+        AppSettings settings = withCue(files.sound("gong.wav", 30000));
+        settings.defaultDuration = 0;
+        settings.bgColor = QColor("#123456");
+        saveSettings(settings);
+        visitProgram([] {
             QTRY_VERIFY_WITH_TIMEOUT(
                 figureLabel(*outputWindow())->styleSheet().startsWith("color:#123456"), 1000);
+            const auto *player = controlWindow()->findChild<QMediaPlayer *>();
+            QTRY_VERIFY(player->mediaStatus() != QMediaPlayer::LoadingMedia);
+            button("+1 min")->click();
+            QCOMPARE(player->playbackState(), QMediaPlayer::StoppedState);
+            button("−1 min")->click();
+            QCOMPARE(player->playbackState(), QMediaPlayer::PlayingState);
         });
     }
 
     void storedLooks_areThoseOfBothWindows()
     {
         writeStoreBytes("[General]\ntimerColorNormal=#abcdef\n");
-        run([] {
+        visitProgram([] {
             QVERIFY(figureLabel(*outputWindow())->styleSheet().startsWith("color:#abcdef;"));
-            const auto *preview = controlWindow()->findChild<QLabel *>("timerPreview");
-            QVERIFY(preview->styleSheet().startsWith("color:#abcdef;"));
+            QVERIFY(controlFigure()->styleSheet().startsWith("color:#abcdef;"));
         });
     }
 
-    void storedOvertime_reachesTheEngine_data()
+    void storedOvertime_reachesTheEngineWhichIsStoppedAndCountsDown_data()
     {
         QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<bool>("runsOn");
@@ -194,120 +264,72 @@ private slots:
         QTest::newRow("on") << QByteArray("true") << true;
     }
 
-    void storedOvertime_reachesTheEngine()
+    void storedOvertime_reachesTheEngineWhichIsStoppedAndCountsDown()
     {
         QFETCH(QByteArray, stored);
         QFETCH(bool, runsOn);
         writeStoreBytes("[General]\ndefaultDuration=1\novertimeEnabled=" + stored + "\n");
-        run([runsOn] {
-            button("▶  START")->click();
-            QVERIFY(!button("▶  START")->isEnabled());
+        visitProgram([runsOn] {
+            QPushButton *start = button("▶  START");
+            QVERIFY(button("▼  Countdown")->isChecked());
+            QVERIFY(start->isEnabled());
+            start->click();
+            QVERIFY(!start->isEnabled());
             QTRY_COMPARE_WITH_TIMEOUT(figureLabel(*outputWindow())->text(), QStringLiteral("00:00"),
                                       3000);
-            QCOMPARE(button("▶  START")->isEnabled(), !runsOn);
+            QCOMPARE(controlFigure()->text(), QStringLiteral("00:00"));
+            QCOMPARE(start->isEnabled(), !runsOn);
         });
     }
 
-    void engine_isStoppedAndCountsDown()
+    void tick_reachesTheControlWindowFirstAndTheOutputWindowOnce()
     {
-        run([] {
-            QVERIFY(button("▶  START")->isEnabled());
-            QVERIFY(button("▼  Countdown")->isChecked());
-            button("▶  START")->click();
-            QTRY_COMPARE_WITH_TIMEOUT(previewText(), QStringLiteral("04:59"), 3000);
-        });
-    }
-
-    void tick_reachesTheControlWindowFirst()
-    {
-        run([] {
-            auto *preview = controlWindow()->findChild<QLabel *>("timerPreview");
+        visitProgram([] {
             QLabel *figure = figureLabel(*outputWindow());
-            StyleWatch watch;
-            watch.watch(preview);
-            watch.watch(figure);
-            button("+1 min")->click();
-            QCOMPARE(previewText(), QStringLiteral("06:00"));
-            QCOMPARE(figure->text(), QStringLiteral("06:00"));
-            QVERIFY(watch.styled.contains(preview));
-            QVERIFY(watch.styled.contains(figure));
-            QVERIFY(watch.styled.lastIndexOf(preview) < watch.styled.indexOf(figure));
-        });
-    }
-
-    void tick_reachesTheOutputWindowOnce()
-    {
-        run([] {
-            StyleWatch watch;
-            watch.watch(figureLabel(*outputWindow()));
+            QObjectList styled;
+            EventWatch watch([&styled](QObject *watched, QEvent::Type type) {
+                if (type == QEvent::StyleChange)
+                    styled += watched;
+            });
+            controlFigure()->installEventFilter(&watch);
+            figure->installEventFilter(&watch);
             outputWindow()->onTimerTick(240);
-            const qsizetype once = watch.styled.size();
+            const qsizetype once = styled.size();
             QVERIFY(once > 0);
-            watch.styled.clear();
-            button("−1 min")->click();
-            QCOMPARE(watch.styled.size(), once);
+            styled.clear();
+            button("+1 min")->click();
+            QCOMPARE(controlFigure()->text(), QStringLiteral("06:00"));
+            QCOMPARE(figure->text(), QStringLiteral("06:00"));
+            QCOMPARE(styled.count(figure), once);
+            QVERIFY(styled.contains(controlFigure()));
+            QVERIFY(styled.lastIndexOf(controlFigure()) < styled.indexOf(figure));
         });
     }
 
-    // Intended: the start shows the window without toggleOutput(), which alone changes the text.
-    void toggleButton_offersToShowTheShownWindow()
+    void startAndStop_leaveTheStoreAsItIs()
     {
-        run([] {
-            const auto *toggle = controlWindow()->findChild<QPushButton *>("outputToggleBtn");
-            QVERIFY(outputWindow()->isVisible());
-            QCOMPARE(toggle->text(), QStringLiteral("▶  Show Output Window"));
-        });
-    }
-
-    void control_isShownAsAnOrdinaryWindow()
-    {
-        run([] {
-            QVERIFY(controlWindow()->isVisible());
-            QCOMPARE(controlWindow()->windowState() & ~Qt::WindowActive, Qt::WindowNoState);
-            QVERIFY(!controlWindow()->parent());
-            QVERIFY(!outputWindow()->parent());
-        });
-    }
-
-    void startAndStop_writeNoStore()
-    {
-        const int result =
-            runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
-                            controlWindow()->close();
-                        }});
-        QCOMPARE(result, 0);
+        const auto close = [] { controlWindow()->close(); };
+        QCOMPARE(runProgram(close), 0);
         QVERIFY(!storeExists());
-        QStringList files; // where settings are kept in files
-        const QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
+        const QString home = qEnvironmentVariable("XDG_CONFIG_HOME"); // of settings in files
         QDirIterator it(home, QDir::Files, QDirIterator::Subdirectories);
-        while (!home.isEmpty() && it.hasNext())
-            files += it.next();
-        QCOMPARE(files, QStringList());
-    }
+        QVERIFY2(home.isEmpty() || !it.hasNext(), qPrintable(it.next()));
 
-    void startAndStop_leaveTheStoresBytes()
-    {
         // Out of range, out of order and with a key of another version: a save would tidy it.
-        const QByteArray bytes = "[General]\nwarningThreshold=-5\nbgColor=red\nlater=1\n"
-                                 "defaultDuration=77\n";
-        writeStoreBytes(bytes);
+        writeStoreBytes("[General]\nwarningThreshold=-5\nbgColor=red\nlater=1\n"
+                        "defaultDuration=77\n");
         const QByteArray stored = storeBytes();
-        const int result =
-            runProgram({.platform = {}, .arguments = {}, .beforeProgram = {}, .whileRunning = [] {
-                            controlWindow()->close();
-                        }});
-        QCOMPARE(result, 0);
+        QCOMPARE(runProgram(close), 0);
         QCOMPARE(storeBytes(), stored);
     }
 
     void windows_goInReverseOrderAndTheUpdaterLast()
     {
         QStringList gone;
-        run([&gone] {
-            QVERIFY(updater());
+        visitProgram([&gone] {
             const auto note = [&gone](QObject *object, const QString &name) {
-                QObject::connect(object, &QObject::destroyed, object,
-                                 [&gone, name] { gone += name; });
+                QVERIFY(object);
+                connect(object, &QObject::destroyed, object, [&gone, name] { gone += name; });
             };
             note(outputWindow(), "output");
             note(updater(), "updater");
@@ -315,6 +337,24 @@ private slots:
         });
         QCOMPARE(gone, (QStringList{"control", "output", "updater"}));
     }
+
+#ifndef Q_OS_WIN
+    void program_writesNothingToItsStreams()
+    {
+        CaughtStreams streams;
+        const int result = runProgram([] { controlWindow()->close(); });
+        QStringList lines;
+        for (const QByteArray &line : streams.lines()) {
+            if (!line.isEmpty() && !isQtsOwn(line))
+                lines += line;
+        }
+        QCOMPARE(lines, QStringList());
+        QCOMPARE(result, 0);
+    }
+#endif
+
+private:
+    QList<bool> qtsAttributes;
 };
 
 VELMORA_STARTUP_TEST_MAIN(StartupTest)

@@ -2,7 +2,6 @@
 
 #include <QAbstractButton>
 #include <QHash>
-#include <QMap>
 #include <QSet>
 #include <QWidget>
 
@@ -42,46 +41,23 @@ bool isStop(const QAccessibleInterface &interface)
 // box and a button that can be checked apart, which have the same role.
 QString kindOf(const QAccessibleInterface &interface)
 {
-    if (const auto *button = qobject_cast<QAbstractButton *>(interface.object())) {
-        if (button->inherits("QCheckBox"))
-            return QStringLiteral("check");
-        return button->inherits("QRadioButton") ? QStringLiteral("radio")
-                                                : QStringLiteral("button");
-    }
-    switch (interface.role()) {
-    case QAccessible::Button:
-    case QAccessible::ButtonDropDown:
-    case QAccessible::ButtonMenu:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-        return QStringLiteral("button");
-    case QAccessible::SpinBox:
-        return QStringLiteral("spin");
-    case QAccessible::EditableText:
-        return QStringLiteral("edit");
-    case QAccessible::ComboBox:
-        return QStringLiteral("combo");
-    case QAccessible::Slider:
-        return QStringLiteral("slider");
-    case QAccessible::List:
-    case QAccessible::Table:
-    case QAccessible::Tree:
-        return QStringLiteral("list");
-    case QAccessible::ListItem:
-    case QAccessible::Cell:
-    case QAccessible::TreeItem:
-        return QStringLiteral("item");
-    case QAccessible::PageTabList:
-        return QStringLiteral("tabs");
-    case QAccessible::PageTab:
-        return QStringLiteral("tab");
-    case QAccessible::ProgressBar:
-        return QStringLiteral("progress");
-    case QAccessible::Graphic:
-        return QStringLiteral("picture");
-    default:
-        return isStop(interface) ? QStringLiteral("stop") : QString();
-    }
+    if (const auto *button = qobject_cast<QAbstractButton *>(interface.object()))
+        return button->inherits("QCheckBox")   ? "check"
+            : button->inherits("QRadioButton") ? "radio"
+                                               : "button";
+    static const QHash<QAccessible::Role, const char *> kinds{
+        {QAccessible::Button, "button"},      {QAccessible::ButtonDropDown, "button"},
+        {QAccessible::ButtonMenu, "button"},  {QAccessible::CheckBox, "button"},
+        {QAccessible::RadioButton, "button"}, {QAccessible::SpinBox, "spin"},
+        {QAccessible::EditableText, "edit"},  {QAccessible::ComboBox, "combo"},
+        {QAccessible::Slider, "slider"},      {QAccessible::List, "list"},
+        {QAccessible::Table, "list"},         {QAccessible::Tree, "list"},
+        {QAccessible::ListItem, "item"},      {QAccessible::Cell, "item"},
+        {QAccessible::TreeItem, "item"},      {QAccessible::PageTabList, "tabs"},
+        {QAccessible::PageTab, "tab"},        {QAccessible::ProgressBar, "progress"},
+        {QAccessible::Graphic, "picture"},
+    };
+    return kinds.value(interface.role(), isStop(interface) ? "stop" : "");
 }
 
 // Empty for what a name is asked of.
@@ -138,9 +114,9 @@ bool isNamedAfterItsUnit(const QString &kind, const QString &name)
             || name.endsWith(QLatin1String("seconds"), Qt::CaseInsensitive));
 }
 
-bool isInput(const QString &kind)
+QString withMore(const QString &text, const QString &more)
 {
-    return QStringList{"spin", "edit", "combo", "slider", "list"}.contains(kind);
+    return more.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, more);
 }
 
 QString nameOf(QWidget *widget)
@@ -174,26 +150,18 @@ QList<Told> controls(QWidget &window)
 QStringList controlLines(QWidget &window)
 {
     QStringList lines;
-    for (const Told &control : controls(window)) {
-        QString line = control.kind + QLatin1Char(' ') + control.name;
-        if (!control.label.isEmpty())
-            line += QStringLiteral(" (%1)").arg(control.label);
-        lines.append(line);
-    }
+    for (const Told &control : controls(window))
+        lines.append(withMore(control.kind + ' ' + control.name, control.label));
     return lines;
 }
 
 QStringList textLines(QWidget &window)
 {
     QStringList lines;
-    const Interfaces all = visibleBelow(window);
-    for (const QAccessibleInterface *interface : all) {
-        if (interface->role() != QAccessible::StaticText)
-            continue;
-        QString line = interface->text(QAccessible::Name);
-        if (const QString more = interface->text(QAccessible::Description); !more.isEmpty())
-            line += QStringLiteral(" (%1)").arg(more);
-        lines.append(line);
+    for (const QAccessibleInterface *interface : visibleBelow(window)) {
+        if (interface->role() == QAccessible::StaticText)
+            lines.append(withMore(interface->text(QAccessible::Name),
+                                  interface->text(QAccessible::Description)));
     }
     return lines;
 }
@@ -210,24 +178,24 @@ QStringList unsayableNames(QWidget &window)
 
 QStringList sharedButtonNames(QWidget &window)
 {
-    QMap<QString, int> uses;
-    for (const Told &control : controls(window)) {
-        if (control.kind == QLatin1String("button"))
-            ++uses[control.name];
-    }
+    QStringList names;
     QStringList shared;
-    for (auto it = uses.cbegin(); it != uses.cend(); ++it) {
-        if (it.value() > 1)
-            shared.append(it.key());
+    for (const Told &control : controls(window)) {
+        if (control.kind != QLatin1String("button"))
+            continue;
+        if (names.contains(control.name) && !shared.contains(control.name))
+            shared.append(control.name);
+        names.append(control.name);
     }
     return shared;
 }
 
 QStringList unlabelledInputs(QWidget &window)
 {
+    const QStringList inputs{"spin", "edit", "combo", "slider", "list"};
     QStringList bad;
     for (const Told &control : controls(window)) {
-        if (isInput(control.kind) && control.label.isEmpty()
+        if (inputs.contains(control.kind) && control.label.isEmpty()
             && !isNamedAfterItsUnit(control.kind, control.name))
             bad.append(control.kind + QLatin1Char(' ') + control.name);
     }

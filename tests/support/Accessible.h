@@ -10,7 +10,7 @@ class QWidget;
 // A window as a screen reader and the Tab key find it. Only what is visible counts, so the
 // window is on the screen; its tests run with the application's style sheet.
 
-/// What a screen reader is told of one thing in a window.
+/// What a screen reader is told about one thing in a window.
 struct Told
 {
     QString kind;        // "button", "check", "radio", "spin", "edit", "list", "item", "tab", …

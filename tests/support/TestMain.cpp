@@ -70,8 +70,12 @@ int runTest(int argc, char *argv[], const TestPlatform &platform,
             const std::function<QObject *()> &makeTest)
 {
     const PrivateStore store;
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        usePlatform(platform, store.folder() + "/screens.json");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        TestPlatform scaled = platform;
+        if (qEnvironmentVariableIsSet("VELMORA_TEST_SCALE"))
+            scaled.devicePixelRatio = qEnvironmentVariable("VELMORA_TEST_SCALE").toDouble();
+        usePlatform(scaled, store.folder() + "/screens.json");
+    }
 
     QApplication application(argc, argv);
     const std::unique_ptr<QObject> test(makeTest());

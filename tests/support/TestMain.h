@@ -15,7 +15,8 @@ struct TestPlatform
     /// The screens of the offscreen platform in device-independent pixels, the first one
     /// primary.
     QList<QRect> screens{QRect(0, 0, 1920, 1080)};
-    /// Device pixel ratio of all screens.
+    /// Device pixel ratio of all screens, unless the environment's VELMORA_TEST_SCALE asks for
+    /// another one. (A QT_SCALE_FACTOR of the developer's desktop is not honoured.)
     double devicePixelRatio = 1.0;
 };
 

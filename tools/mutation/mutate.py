@@ -1,371 +1,131 @@
-"""Builds, tests and counts the mutants of src/. See tools/mutation/mutate, which calls this."""
+"""Tries the changes that mutants.py finds. See tools/mutation/mutate, which calls this."""
 import argparse
 import collections
-import hashlib
 import json
 import os
 import pathlib
-import pickle
-import queue
 import random
 import re
-import resource
-import shlex
-import shutil
 import signal
 import subprocess
 import sys
-import threading
 import time
 
 import mutants as finder
 
-PROJECT = pathlib.Path(__file__).resolve().parents[2]
-WORK = PROJECT / "build/mutation"
-BASE = WORK / "base"  # the sources as they are
+WORK = pathlib.Path("build/mutation").resolve()
+BASE = WORK / "base"  # the sources, in which one place at a time is changed
 BUILD = WORK / "build"
 LOG = WORK / "results.tsv"
-EQUIVALENTS = PROJECT / "tests/mutation-equivalents.md"
-
-# The folders of tests from what depends on nothing to what depends on all.
-FOLDERS = ["timer", "core", "output", "update", "settings", "docs", "control"]
-# It asks the compiler.
-NOT_ASKED = {"Architecture"}
-TESTS_AT_ONCE = 3
-
-KILLED, TIMED_OUT, SURVIVED, UNCOMPILABLE, EQUIVALENT = (
-    "killed", "timed out", "survived", "uncompilable", "equivalent")
-
-
-class Test:
-    def __init__(self, entry):
-        self.name = entry["name"]
-        self.executable = os.path.relpath(entry["command"][0], BUILD)
-        self.folder = self.executable.split("/")[1]
-        properties = {each["name"]: each["value"] for each in entry["properties"]}
-        self.environment = dict(
-            each.split("=", 1) for each in properties.get("ENVIRONMENT", []) if each)
-        self.directory = properties["WORKING_DIRECTORY"]
-        self.seconds = 1.0
-
-    def time_out(self):
-        return 20 + 8 * self.seconds
-
-
-class Build:
-    """What is compiled and linked from what, as Ninja knows it."""
-
-    def __init__(self):
-        self.compile = {}
-        for entry in json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8")):
-            command = shlex.split(entry["command"])
-            self.compile[command[command.index("-o") + 1]] = command
-        self.objects_of = collections.defaultdict(set)
-        current = None
-        for line in run("ninja", "-C", BUILD, "-t", "deps").splitlines():
-            if not line.startswith(" "):
-                current = line.split(":")[0]
-            elif line.startswith(f"    {BASE}/src/") and "mocs_compilation" not in current:
-                self.objects_of[line.strip()[len(str(BASE)) + 1 :]].add(current)
-        self.link = {}
-        archives = {}
-        for line in run("ninja", "-C", BUILD, "-t", "commands", "all").splitlines():
-            words = line.split()
-            if line.startswith(": && ") and "-o" in words and "-c" not in words:
-                self.link[words[words.index("-o") + 1]] = line
-            archive = re.search(r" qc (\S+\.a) +(.*?) +&&", line)
-            if archive:
-                archives[archive[1]] = archive[2].split()
-        self.inputs = {}
-        for target, line in self.link.items():
-            self.inputs[target] = set(line.split())
-            for name in self.inputs[target] & archives.keys():
-                self.inputs[target] |= set(archives[name])
-        listed = json.loads(run("ctest", "--test-dir", BUILD, "--show-only=json-v1"))
-        self.tests = [Test(entry) for entry in listed["tests"] if is_asked(entry)]
-
-    def libraries(self, objects):
-        return [each for each in self.link if each.endswith(".so") and self.inputs[each] & objects]
-
-    def affected_tests(self, objects):
-        changed = objects | set(self.libraries(objects))
-        return [test for test in self.tests if self.inputs[test.executable] & changed]
-
-
-def is_asked(entry):
-    labels = [each["value"] for each in entry["properties"] if each["name"] == "LABELS"]
-    executable = os.path.relpath(entry["command"][0], BUILD)
-    return (not labels and entry["name"] not in NOT_ASKED
-            and re.fullmatch(r"tests/\w+/tst_\w+", executable) is not None
-            and executable.split("/")[1] in FOLDERS)
+EQUIVALENTS = pathlib.Path("tools/mutation/equivalents.md")
+NOT_ASKED = {"Architecture"}  # it asks the compiler
+RESULTS = KILLED, SURVIVED, EQUIVALENT, UNCOMPILABLE = (
+    "killed", "survived", "equivalent", "uncompilable")
+# A failure ends a test, as does a function that takes much longer than any does.
+ENVIRONMENT = os.environ | {
+    "QTEST_FATAL_FAIL": "1", "QTEST_FUNCTION_TIMEOUT": "60000", "QTEST_DISABLE_STACK_DUMP": "1",
+    "TMPDIR": str(WORK / "tmp")}
 
 
 def run(*command):
-    return subprocess.run([str(word) for word in command], check=True, text=True,
-                          stdout=subprocess.PIPE).stdout
+    """Status and output; ends what the command has left running."""
+    with subprocess.Popen(command, env=ENVIRONMENT, text=True, errors="replace",
+                          stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, start_new_session=True) as process:
+        try:
+            output = process.communicate()[0]
+        finally:
+            try:
+                os.killpg(process.pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+    return process.returncode, output
 
 
-class Runner:
-    """Runs tests, each in a process group of its own, which ends with its first failure."""
+class Judge:
+    """Builds and tests one change after the other, those of one file in succession."""
 
-    def __init__(self, folder, libraries):
-        self.folder = folder
-        self.libraries = libraries
-        self.running = {}
-        self.stopped = False
-        self.lock = threading.Lock()
+    def __init__(self, workers):
+        self.workers = str(workers)
+        self.changed = None  # the file of the last change, what it was, and what was built of it
+        self.killers = collections.defaultdict(collections.Counter)
+        self.unsteady = collections.Counter()
+        self.seconds = {}
+        self.folders = {}
+        listed = json.loads(run("ctest", "--test-dir", BUILD, "--show-only=json-v1")[1])
+        for entry in listed["tests"]:
+            place = re.fullmatch(f"{BUILD}/tests/(\\w+)/tst_\\w+", entry.get("command", [""])[0])
+            labels = [each for each in entry["properties"] if each["name"] == "LABELS"]
+            if place and not labels and entry["name"] not in NOT_ASKED:
+                self.folders[entry["name"]] = place[1]
+        if not self.folders:
+            raise SystemExit("mutate: there is no test to ask")
 
-    def run(self, test, executable, *arguments):
-        """What failed, or None when nothing did; "" when it took too long or was stopped."""
-        temporary = self.folder / "tmp" / test.name
-        temporary.mkdir(parents=True, exist_ok=True)
-        environment = os.environ | test.environment | {
-            "TMPDIR": str(temporary), "LD_LIBRARY_PATH": str(self.libraries),
-            # Otherwise every test that has a player would look through all plug-ins anew.
-            "GST_REGISTRY": str(WORK / "gstreamer-registry"),
-            # A test that is ended while it looks for this server leaves a lock for all that follow.
-            "GST_PLUGIN_FEATURE_RANK": "jackaudiosink:NONE,jackaudiosrc:NONE"}
-        with self.lock:
-            if self.stopped:
-                return ""
-            process = subprocess.Popen(
-                [executable, *arguments], cwd=test.directory, env=environment,
-                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                start_new_session=True)
-            self.running[process.pid] = process
-        late = threading.Event()
+    def ask(self, *tests):
+        """The first function or test that fails twice; None where all pass."""
+        status, output = run(
+            "ctest", "--test-dir", BUILD, "-R", f"^({'|'.join(tests)})$", "-j", self.workers,
+            "--output-on-failure", "--stop-on-failure", "--repeat", "until-pass:2")
+        rows = re.findall(r" Test +#\d+: (\w+) \.*(.*?) +([0-9.]+) sec", output)
+        if status == 0:
+            self.unsteady.update(name for name, result, _ in rows if "Passed" not in result)
+            self.seconds |= {name: float(seconds) for name, _, seconds in rows}
+            return None
+        # With several at a time, others may have failed once, and passed.
+        failed = re.findall(r"^\t *\d+ - (\w+) \((.+)\)", output, re.M)
+        if not failed:
+            raise SystemExit(f"mutate: the tests do not run:\n{output}")
+        test, how = failed[0]
+        self.killers[self.changed and self.changed[0]][test] += 1
+        functions = re.findall(rf"^(?:FAIL!|XPASS) +: (tst_{test}::\S+?)\(", output, re.M)
+        return functions[0] if functions else f"{test}: {how}"
 
-        def end_late():
-            late.set()
-            end_group(process)
-
-        timer = threading.Timer(test.time_out(), end_late)
-        timer.start()
-        failure = None
-        for line in process.stdout:
-            match = re.match(rb"(FAIL!|XPASS) +: (\S+?)\(", line)
-            if match:
-                failure = match[2].decode()
-                break
-        timer.cancel()
+    def check(self):
+        self.restore()
+        failure = self.ask(*self.folders)
         if failure:
-            end_group(process)
-        process.stdout.close()
-        status = process.wait()
-        end_group(process)  # what it started
-        with self.lock:
-            del self.running[process.pid]
-            stopped = self.stopped
-        shutil.rmtree(temporary, ignore_errors=True)
-        if failure:
-            return failure
-        if late.is_set() or stopped:
-            return ""
-        return None if status == 0 else f"exit status {status}"
-
-    def stop(self):
-        with self.lock:
-            self.stopped = True
-            for process in self.running.values():
-                end_group(process)
-
-
-def end_group(process):
-    try:
-        os.killpg(process.pid, signal.SIGKILL)
-    except ProcessLookupError:
-        pass
-
-
-class Worker:
-    """Makes mutants in a copy of the sources, with libraries and programs of its own."""
-
-    def __init__(self, number, build, killers, unsteady):
-        self.build = build
-        self.killers = killers
-        self.unsteady = unsteady
-        self.folder = WORK / f"worker-{number}"
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.sources = self.folder / "sources"
-        self.runner = Runner(self.folder, self.folder / "libraries")
-        for name in ("src", "tests"):
-            shutil.copytree(BASE / name, self.sources / name)
+            raise SystemExit(f"mutate: without a change, this fails: {failure}")
+        print(f"{len(self.folders)} tests pass without a change, in "
+              f"{sum(self.seconds.values()):.0f} seconds taken together.", flush=True)
 
     def judge(self, mutant):
-        """How the mutant ends, and by what."""
-        source = self.sources / mutant.path
-        original = source.read_bytes()
-        source.write_bytes(original[: mutant.offset] + mutant.replacement + original[mutant.end :])
-        try:
-            return self.judge_written(mutant)
-        finally:
-            source.write_bytes(original)
-            for name in ("objects", "libraries", "programs", "tmp"):
-                shutil.rmtree(self.folder / name, ignore_errors=True)
-
-    def judge_written(self, mutant):
-        objects = self.build.objects_of[mutant.path]
-        if mutant.sources_only:
-            objects = {name for name in objects if name.startswith("src/")}
-        self.made = {}
-        self.made_lock = threading.Lock()
-        libraries = self.build.libraries(objects)
-        tests = self.ordered(mutant, self.build.affected_tests(objects))
-        # What no library holds, main.cpp, has to be tried here.
-        needed = {each for library in libraries for each in objects & self.build.inputs[library]}
-        if not libraries and tests:
-            needed = objects & self.build.inputs[tests[0].executable]
-        if not all(self.compiled(each) for each in sorted(needed)):
+        """How the change ends, and by what."""
+        source = BASE / mutant.path
+        if self.changed and self.changed[0] != source:
+            self.restore()
+        if not self.changed:
+            self.changed = [source, source.read_bytes(), source.stat(), None]
+        original = self.changed[1]
+        source.write_bytes(original[:mutant.offset] + mutant.replacement + original[mutant.end:])
+        self.changed[3] = "src/all" if mutant.sources_only else "all"
+        if not self.build("src/all"):
             return UNCOMPILABLE, ""
-        for library in libraries:
-            if not self.linked(library, "libraries", objects):
-                return UNCOMPILABLE, ""
-        return self.test(mutant, tests, objects)
-
-    def ordered(self, mutant, tests):
-        folder = mutant.path.split("/")[1]
-        killers = self.killers[mutant.path]
+        if not self.build(self.changed[3]):
+            return KILLED, "a test does not compile"
+        killers = self.killers[source]
 
         def promise(test):
-            prior = 0.5 if test.folder == folder else 0.1
-            return (killers[test.name] + prior) / (test.seconds + 0.2)
+            prior = 0.5 if self.folders[test] == mutant.path.split("/")[1] else 0.1
+            return (killers[test] + prior) / (self.seconds[test] + 0.2)
 
-        return sorted(tests, key=promise, reverse=True)
-
-    def compiled(self, name):
-        with self.made_lock:
-            if name not in self.made:
-                target = self.folder / "objects" / name
-                target.parent.mkdir(parents=True, exist_ok=True)
-                command = [word.replace(f"{BASE}/", f"{self.sources}/")
-                           for word in self.build.compile[name]]
-                command[command.index("-o") + 1] = str(target)
-                made = subprocess.run([*command, "-w"], cwd=BUILD, check=False,
-                                      stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-                self.made[name] = target if made.returncode == 0 else None
-            return self.made[name]
-
-    def linked(self, target, kind, objects):
-        """The target with what is compiled anew in place of the rest's, or in front of it where
-        that is in an archive: the archive's own is then left in there."""
-        result = self.folder / kind / os.path.basename(target)
-        result.parent.mkdir(parents=True, exist_ok=True)
-        words = self.build.link[target].split()
-        for name in sorted(objects & self.build.inputs[target]):
-            if not self.compiled(name):
-                return None
-            if name in words:
-                words[words.index(name)] = str(self.made[name])
-            else:
-                words.insert(words.index("-o"), str(self.made[name]))
-        words[words.index("-o") + 1] = str(result)
-        made = subprocess.run(" ".join(words), shell=True, cwd=BUILD, check=False,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        return result if made.returncode == 0 else None
-
-    def test(self, mutant, tests, objects):
-        runner = self.runner = Runner(self.folder, self.folder / "libraries")
-        outcome = []
-        waiting = collections.deque(tests)
-
-        def take():
-            while waiting and not outcome:
-                try:
-                    test = waiting.popleft()
-                except IndexError:
-                    return
-                found = self.try_test(test, objects, runner)
-                if found and not outcome:
-                    outcome.append(found)
-                    self.killers[mutant.path][test.name] += 1
-                    runner.stop()
-
+        tests = sorted(self.folders, key=promise, reverse=True)
         # Most are killed by one of the first; only then it is worth running several at a time.
-        for _ in range(min(2, len(waiting))):
-            test = waiting.popleft()
-            found = self.try_test(test, objects, runner)
-            if found:
-                self.killers[mutant.path][test.name] += 1
-                return found
-        threads = [threading.Thread(target=take) for _ in range(TESTS_AT_ONCE)]
-        for thread in threads:
-            thread.start()
-        for thread in threads:
-            thread.join()
-        return outcome[0] if outcome else (SURVIVED, "")
+        for asked in (tests[:1], tests[1:2], tests[2:3], tests[3:]):
+            if asked and (failure := self.ask(*asked)):
+                return KILLED, failure
+        return SURVIVED, ""
 
-    def try_test(self, test, objects, runner):
-        executable = BUILD / test.executable
-        if objects & self.build.inputs[test.executable]:
-            executable = self.linked(test.executable, "programs", objects)
-            if not executable:
-                return KILLED, f"{test.name} (does not compile)"
-        failure = runner.run(test, executable)
-        if failure is None or runner.stopped:
-            return None
-        # A loaded machine can fail a test, too; then it does not fail again.
-        function = failure.partition("::")[2]
-        again = runner.run(test, executable, function) if function else None
-        if again is None:
-            again = runner.run(test, executable)
-        if runner.stopped:
-            return None
-        if again is None:
-            self.unsteady[failure or f"{test.name} took too long"] += 1
-            return None
-        if again == "":
-            return TIMED_OUT, test.name
-        return KILLED, again if "::" in again else f"{test.name}: {again}"
+    def build(self, target):
+        return run("ninja", "-C", BUILD, "-j", self.workers, target)[0] == 0
 
-
-def update_base():
-    """The sources as git knows them, with what is changed but not committed; what is the same
-    keeps its time, so that it is not built again."""
-    listed = run("git", "-C", PROJECT, "ls-files", "-z", "--cached", "--others",
-                 "--exclude-standard").split("\0")
-    wanted = {name for name in listed if name and (PROJECT / name).is_file()}
-    for path in [each for each in BASE.rglob("*") if each.is_file()]:
-        if str(path.relative_to(BASE)) not in wanted:
-            path.unlink()
-    for name in wanted:
-        path = BASE / name
-        if not path.exists() or path.read_bytes() != (PROJECT / name).read_bytes():
-            path.parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(PROJECT / name, path)
-
-
-def build_base():
-    log = WORK / "build.log"
-    commands = [
-        ["cmake", "-S", BASE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
-         "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DCMAKE_CXX_COMPILER=clang++",
-         "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld",
-         "-DVELMORA_SHARED_SUBSYSTEMS=ON", "-DVELMORA_UPDATE_HOST=0.0.0.0",
-         f"-DCMAKE_PROJECT_INCLUDE={BASE}/tools/mutation/mutate.cmake"],
-        ["cmake", "--build", BUILD],
-    ]
-    with open(log, "w", encoding="utf-8") as output:
-        for command in commands:
-            if subprocess.run([str(word) for word in command], stdout=output,
-                              stderr=subprocess.STDOUT, check=False).returncode != 0:
-                sys.stderr.write("".join(log.read_text(encoding="utf-8").splitlines(True)[-30:]))
-                raise SystemExit(f"mutate: the sources do not build; see {log}")
-
-
-def candidates():
-    """All mutants, kept until the sources or the finder change: to find them takes a minute."""
-    digest = hashlib.sha256()
-    sources = [*(BASE / "src").rglob("*.cpp"), *(BASE / "src").rglob("*.h")]
-    for path in sorted(sources) + [PROJECT / "tools/mutation/mutants.py"]:
-        digest.update(path.read_bytes())
-    kept = WORK / f"candidates-{digest.hexdigest()[:16]}"
-    if kept.exists():
-        return pickle.loads(kept.read_bytes())
-    for old in WORK.glob("candidates-*"):
-        old.unlink()
-    found = finder.find(BASE, BUILD)
-    kept.write_bytes(pickle.dumps(found))
-    return found
+    def restore(self):
+        """The changed file, built, as if it had never changed."""
+        if self.changed:
+            source, original, status, target = self.changed
+            source.write_bytes(original)
+            self.build(target)
+            os.utime(source, ns=(status.st_atime_ns, status.st_mtime_ns))
+            self.changed = None
 
 
 def sample(found, count, seed):
@@ -381,234 +141,102 @@ def sample(found, count, seed):
 
 
 def read_equivalents():
-    """The changes that no test can tell from the original, with their reasons."""
+    """The changes that no test can tell from the original: place and change, and their lines."""
     entries = {}
-    place = None
     for line in EQUIVALENTS.read_text(encoding="utf-8").splitlines():
         if line.startswith("## "):
             path, _, function = line[3:].partition(", ")
-            place = path, function
-        match = re.match(r"- `(.+?)` → (?:`(.+?)`|(removed)):", line)
-        if match:
-            entries[(*place, match[1], match[2] or match[3])] = line
+        elif match := re.match(r"- `(.+?)` → (?:`(.+?)`|(removed)):", line):
+            entries[path, function, match[1], match[2] or match[3]] = line
     return entries
 
 
 def equivalent_keys(mutant):
     """What it may be listed as: in its function, or anywhere in its file."""
-    change = mutant.before, mutant.after
-    return {(mutant.path, mutant.function, *change), (mutant.path, "", *change)}
-
-
-def read_log():
-    known = {}
-    if LOG.exists():
-        for line in LOG.read_text(encoding="utf-8").splitlines():
-            fields = line.split("\t")
-            known["\t".join((fields[2], fields[4], fields[5], fields[6], fields[7]))] = fields
-    return known
-
-
-def check_base(build):
-    """Every test passes, and how long each takes."""
-    runner = Runner(WORK / "unchanged", BUILD / "src")
-    waiting = queue.SimpleQueue()
-    for test in build.tests:
-        waiting.put(test)
-    failed = []
-
-    def take():
-        while True:
-            try:
-                test = waiting.get_nowait()
-            except queue.Empty:
-                return
-            began = time.monotonic()
-            test.seconds = 100.0
-            failure = runner.run(test, BUILD / test.executable)
-            if failure is not None:
-                failure = runner.run(test, BUILD / test.executable)
-            test.seconds = time.monotonic() - began
-            if failure is not None:
-                failed.append(f"{test.name}: {failure or 'took too long'}")
-
-    threads = [threading.Thread(target=take) for _ in range(TESTS_AT_ONCE + 1)]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-    if failed:
-        raise SystemExit("mutate: without a change, these fail:\n" + "\n".join(failed))
-    total = sum(test.seconds for test in build.tests)
-    print(f"{len(build.tests)} tests pass without a change, in {total:.0f} seconds taken together.",
-          flush=True)
-
-
-def judge_all(chosen, build, workers, log, results):
-    killers = collections.defaultdict(collections.Counter)
-    unsteady = collections.Counter()
-    waiting = queue.SimpleQueue()
-    for mutant in chosen:
-        waiting.put(mutant)
-    lock = threading.Lock()
-    crew = [Worker(number, build, killers, unsteady) for number in range(1, workers + 1)]
-    ended = threading.Event()
-
-    def take(worker):
-        while not ended.is_set():
-            try:
-                mutant = waiting.get_nowait()
-            except queue.Empty:
-                return
-            began = time.monotonic()
-            try:
-                result, by = worker.judge(mutant)
-            except BaseException:
-                ended.set()
-                raise
-            with lock:
-                if ended.is_set():
-                    return
-                results[mutant.key] = result, by
-                log.write("\t".join((result, by, mutant.path, str(mutant.line), mutant.operator,
-                                     mutant.before, mutant.after, str(mutant.number),
-                                     f"{time.monotonic() - began:.1f}")) + "\n")
-                log.flush()
-                if result == SURVIVED:
-                    print(f"survived: {describe(mutant)}", flush=True)
-                if sys.stderr.isatty():
-                    sys.stderr.write(f"\r{len(results)} done, {waiting.qsize()} waiting  ")
-
-    threads = [threading.Thread(target=take, args=(worker,)) for worker in crew]
-    for thread in threads:
-        thread.start()
-    try:
-        for thread in threads:
-            thread.join()
-    finally:
-        # Where it is interrupted, no test is left behind.
-        if any(thread.is_alive() for thread in threads):
-            ended.set()
-            for worker in crew:
-                worker.runner.stop()
-    if ended.is_set():
-        raise SystemExit("mutate: a worker failed; see above")
-    for name, count in unsteady.most_common():
-        print(f"Failed once and passed when run again, so not counted: {name} ({count} times)")
-
-
-def describe(mutant):
-    return f"{mutant.path}:{mutant.line}  {mutant.operator}  {mutant.before}  →  {mutant.after}"
+    return {(mutant.path, function, mutant.before, mutant.after)
+            for function in (mutant.function, "")}
 
 
 def report(chosen, results):
-    kinds = (KILLED, TIMED_OUT, SURVIVED, EQUIVALENT, UNCOMPILABLE)
+    """Prints a row for each file, and returns how many were killed and their share."""
     table = collections.defaultdict(collections.Counter)
     for mutant in chosen:
-        table[mutant.path][results[mutant.key][0]] += 1
-    print(f"\n{'File':<44}{'mutants':>9}" + "".join(f"{kind:>14}" for kind in kinds))
-    total = collections.Counter()
-    for path in sorted(table):
-        total += table[path]
-        print(f"{path:<44}{sum(table[path].values()):>9}"
-              + "".join(f"{table[path][kind]:>14}" for kind in kinds))
-    print(f"{'All':<44}{sum(total.values()):>9}" + "".join(f"{total[kind]:>14}" for kind in kinds))
-    survivors = [each for each in chosen if results[each.key][0] == SURVIVED]
-    if survivors:
-        print("\nSurvivors:")
-    for mutant in survivors:
-        print(describe(mutant))
-    killed = total[KILLED] + total[TIMED_OUT]
-    counted = killed + total[SURVIVED]
-    share = 100 * killed / counted if counted else 100.0
-    print(f"\nEquivalent, with a reason: {total[EQUIVALENT]}. "
-          f"Not compilable: {total[UNCOMPILABLE]}.")
-    print(f"Killed: {killed} of {counted}, {share:.1f} %")
-    return killed, share
-
-
-def arguments():
-    parser = argparse.ArgumentParser(prog="tools/mutation/mutate", add_help=False)
-    parser.add_argument("--sample", type=int, default=400)
-    parser.add_argument("--seed", default="1")
-    parser.add_argument("--all", action="store_true")
-    parser.add_argument("--file", action="append")
-    parser.add_argument("--kind", action="append")
-    parser.add_argument("--match")
-    parser.add_argument("--list", action="store_true")
-    parser.add_argument("--resume", action="store_true")
-    parser.add_argument("--equivalents", action="store_true")
-    parser.add_argument("--workers", type=int, default=os.cpu_count())
-    parser.add_argument("--minimum", type=float, default=95)
-    return parser.parse_args()
-
-
-def choose(options, found):
-    if options.file:
-        files = [path.removeprefix("./") for path in options.file]
-        found = [mutant for mutant in found if mutant.path in files]
-    if options.kind:
-        found = [mutant for mutant in found if mutant.operator in options.kind]
-    if options.match:
-        found = [mutant for mutant in found if options.match in describe(mutant)]
-    if not found:
-        raise SystemExit("mutate: there is nothing to change")
-    if options.all or options.file or options.match or options.equivalents:
-        return found
-    return sample(found, options.sample, options.seed)
+        for row in (mutant.path, "~All"):  # behind all others
+            table[row][results[mutant.key]] += 1
+    print(f"\n{'File':<44}{'changes':>9}" + "".join(f"{result:>14}" for result in RESULTS))
+    for path, row in sorted(table.items()):
+        print(f"{path.strip('~'):<44}{sum(row.values()):>9}"
+              + "".join(f"{row[result]:>14}" for result in RESULTS))
+    survivors = [str(each) for each in chosen if results[each.key] == SURVIVED]
+    print(*["\nSurvivors:", *survivors] if survivors else [], sep="\n")
+    counted = row[KILLED] + row[SURVIVED]
+    share = 100 * row[KILLED] / counted if counted else 100.0
+    print(f"Killed: {row[KILLED]} of {counted}, {share:.1f} %")
+    return row[KILLED], share
 
 
 def main():
-    options = arguments()
-    signal.signal(signal.SIGTERM, signal.default_int_handler)
-    # A mutant may ask for all memory there is, and crashes often: it leaves no core.
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
-    WORK.mkdir(parents=True, exist_ok=True)
-    update_base()
-    build_base()
-    found = candidates()
+    parser = argparse.ArgumentParser(prog="tools/mutation/mutate", add_help=False)
+    parser.add_argument("--sample", type=int, default=400)
+    parser.add_argument("--seed", default="1")
+    for name in ("--all", "--list", "--resume", "--equivalents"):
+        parser.add_argument(name, action="store_true")
+    for name in ("--file", "--kind"):
+        parser.add_argument(name, action="append", default=[])
+    parser.add_argument("--match", default="")
+    parser.add_argument("--workers", type=int, default=os.cpu_count())
+    parser.add_argument("--minimum", type=float, default=95)
+    options = parser.parse_args()
+
+    found = finder.find(BASE, BUILD)
     equivalents = read_equivalents()
-    known = set().union(*(equivalent_keys(mutant) for mutant in found))
+    known = set().union(*map(equivalent_keys, found))
     stale = [line for key, line in equivalents.items() if key not in known]
     for line in stale:
-        print(f"{EQUIVALENTS.relative_to(PROJECT)} lists what is no change of src/ any more: "
-              f"{line}")
-
-    def is_equivalent(mutant):
-        return not equivalents.keys().isdisjoint(equivalent_keys(mutant))
-
-    if options.equivalents:
-        found = [mutant for mutant in found if is_equivalent(mutant)]
-    chosen = choose(options, found)
+        print(f"{EQUIVALENTS} lists what is no change of src/ any more: {line}")
+    listed = {each.key for each in found if equivalents.keys() & equivalent_keys(each)}
+    files = [path.removeprefix("./") for path in options.file]
+    chosen = [each for each in found
+              if (not files or each.path in files) and options.match in str(each)
+              and (not options.kind or each.operator in options.kind)
+              and (not options.equivalents or each.key in listed)]
+    if not chosen:
+        raise SystemExit("mutate: there is nothing to change")
+    if not (options.all or files or options.match or options.equivalents):
+        chosen = sample(chosen, options.sample, options.seed)
     if options.list:
-        for mutant in chosen:
-            print(describe(mutant))
-        print(f"{len(chosen)} of {len(found)} changes")
+        print(*chosen, f"{len(chosen)} of {len(found)} changes", sep="\n")
         return 0
 
     results = {}
-    if options.resume:
-        log_of = read_log()
-        for mutant in chosen:
-            fields = log_of.get(mutant.key)
-            if fields and fields[0] in (KILLED, UNCOMPILABLE):
-                results[mutant.key] = fields[0], fields[1]
+    if options.resume and LOG.exists():
+        for line in LOG.read_text(encoding="utf-8").splitlines():
+            result, _, path, _, *rest, _ = line.split("\t")
+            if result in (KILLED, UNCOMPILABLE):
+                results["\t".join((path, *rest))] = result
     if not options.equivalents:
-        results |= {each.key: (EQUIVALENT, "") for each in chosen if is_equivalent(each)}
-    build = Build()
-    check_base(build)
+        results |= {key: EQUIVALENT for key in listed}
+    waiting = [mutant for mutant in chosen if mutant.key not in results]
+    # What only sources see comes first, so that the tests are built again for the others only.
+    waiting.sort(key=lambda each: (each.path, not each.sources_only, each.offset))
+
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
+    judge = Judge(options.workers)
     with open(LOG, "a" if options.resume else "w", encoding="utf-8") as log:
-        left = [mutant for mutant in chosen if mutant.key not in results]
-        # From all files in turn, so that what is found first tells of all.
-        random.Random(options.seed).shuffle(left)
-        judge_all(left, build, options.workers, log, results)
+        judge.check()
+        for mutant in waiting:
+            begin = time.monotonic()
+            result, by = judge.judge(mutant)
+            results[mutant.key] = result
+            print(result, by, mutant.path, mutant.line, mutant.operator, mutant.before,
+                  mutant.after, mutant.number, f"{time.monotonic() - begin:.1f}", sep="\t",
+                  file=log, flush=True)
+            if result == SURVIVED:
+                print(f"survived: {mutant}", flush=True)
+    for name, count in judge.unsteady.most_common():
+        print(f"Failed once and passed when run again, so not counted: {name} ({count} times)")
     killed, share = report(chosen, results)
     if options.equivalents:
-        if killed:
-            print("Listed as equivalent, and noticed:")
-            print("\n".join(describe(each) for each in chosen
-                            if results[each.key][0] in (KILLED, TIMED_OUT)))
         return 1 if killed or stale else 0
     return 1 if share < options.minimum or stale else 0
 

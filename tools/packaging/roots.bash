@@ -43,21 +43,6 @@ in_root() {
     ' in_root "$@"
 }
 
-# write_command_in_root FOLDER COMMAND FILE: writes a program that runs the command there, with
-# the caller's environment and temporary files, so that it reaches the caller's X and sound
-# servers, but without any network. It stays the same process, so it can be waited for.
-write_command_in_root() {
-    cat >"$3" <<SCRIPT
-#!/bin/bash
-export root=$(printf %q "$1")
-exec unshare --mount --net bash -c '$mount_system
-    mount --bind /tmp "\$root/tmp"
-    export HOME=/root PATH=$root_path
-    exec chroot "\$root" $2 "\$@"' command "\$@"
-SCRIPT
-    chmod +x "$3"
-}
-
 # copy_sources FOLDER: the sources as git knows them, with what is changed but not committed.
 copy_sources() {
     mkdir -p "$1"
