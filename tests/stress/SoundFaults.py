@@ -11,7 +11,7 @@ import wave
 
 import driver
 from driver import CRITICAL, WARNING, wait_for
-from journey import ENDINGS, Journey, main
+from journey import ENDINGS, Journey, complaints, main
 from sound import SoundServer
 
 RATE = 8000
@@ -36,7 +36,7 @@ class SoundFaults(Journey):
 
     def finish(self, program):
         """What Qt writes about a missing server is no failure here."""
-        print(f"What the program and Qt wrote: {program.complaints()}")
+        print(f"What the program and Qt wrote: {complaints(program)}")
 
     def plug(self, device):
         """Adds a device that nobody hears; its module's number."""
