@@ -29,7 +29,6 @@ class SoundFaults(Journey):
         self.settings = ("defaultDuration=4\nblinkEnabled=false\nsoundEnabled=true\n"
                          f"soundFilePath={folder}/long.wav")
         self.server = self.enterContext(SoundServer(folder))
-        self.server.start()
 
     def start_program(self):
         self.start(self.settings, environment=self.server.environment)
@@ -98,6 +97,15 @@ class SoundFaults(Journey):
         self.server.kill()
         driver.keys("space")
         self.goes_on()
+        self.ends()
+
+    # The reset before the second count makes the cue due once more.
+    def test_noServerFromTheStart_leavesTheCountRunning(self):
+        self.server.kill()
+        self.start_program()
+        for _ in range(2):
+            self.count_to_zero()
+            self.goes_on()
         self.ends()
 
     # As where the desktop starts it again.
