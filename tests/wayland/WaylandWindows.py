@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """The built program on a Wayland desktop with two outputs. Its Output window has a ground of a
-colour of its own here, so that its edges can be told from the desktop's."""
+colour of its own here, so that its edges can be distinguished from the desktop's."""
 
 import os
 import pathlib
