@@ -65,9 +65,8 @@ def find(root, build):
         # The options but what to read and what to write; precompiled headers are read as well.
         options = re.sub(r"^.*?(?= -)| -[co] \S+", "", entry["command"])
         unit = index.parse(entry["file"], shlex.split(options))
-        for diagnostic in unit.diagnostics:
-            if diagnostic.severity >= Diagnostic.Error:
-                raise SystemExit(f"mutate: {diagnostic}")
+        if errors := [each for each in unit.diagnostics if each.severity >= Diagnostic.Error]:
+            raise SystemExit(f"mutate: {errors[0]}")
         names = {entry["file"]} | {inclusion.include.name for inclusion in unit.get_includes()}
         for name in sorted(names - seen):
             if name.startswith(f"{root}/src/"):

@@ -83,7 +83,7 @@ class Mutate(unittest.TestCase):
             file.write("- `gone();` → removed: it is gone.\n")
         output, status = self.mutate("--all", "--resume", "--minimum", "40")
         self.assertIn("Killed: 4 of 9, 44.4 %", output)
-        self.assertIn("no change of src/ any more: - `gone();`", output)
+        self.assertIn("lists no change of src/ any more: - `gone();`", output)
         self.assertEqual(status, 1)
         lists = [self.mutate("--list", "--sample", "3", "--seed", seed) for seed in "112"]
         self.assertIn("4 of 11 changes", lists[0][0])
