@@ -38,7 +38,7 @@ int fare(int age)
 #include <cstdio>
 static_assert(adult == 18);
 bool wrong() { return fare(-1) || fare(-9) || fare(1) != 10; }
-int main() { return wrong() && std::puts("FAIL!  : tst_Fare::price() it is wrong"); }
+int main() { return wrong() && std::puts("FAIL!  : FareTest::price() it is wrong"); }
 """,
     "tools/mutation/equivalents.md": "## src/core/Fare.cpp, greet\n\n"
     '- `std::puts("Hello")` → removed: nobody reads it.\n',
@@ -73,8 +73,8 @@ class Mutate(unittest.TestCase):
             shutil.copy(TOOL / tool, self.folder / "tools/mutation")
 
         output, status = self.mutate("--all", "--minimum", "50")
-        log = (self.folder / "build/mutation/results.tsv").read_text()
-        results = re.sub(r"\tsrc\S+\t[a-z ]+(\t.*)\t0\n", r"\1\n", log)
+        log = self.folder / "build/mutation/results.tsv"
+        results = re.sub(r"\tsrc\S+\t[a-z ]+(\t.*)\t0\n", r"\1\n", log.read_text())
         self.assertEqual(results, RESULTS, output)
         self.assertEqual(status, 1)
 
@@ -83,6 +83,7 @@ class Mutate(unittest.TestCase):
             file.write("- `gone();` → removed: it is gone.\n")
         output, status = self.mutate("--all", "--resume", "--minimum", "40")
         self.assertIn("Killed: 4 of 9, 44.4 %", output)
+        self.assertEqual(log.read_text().count("survived"), 5 + 5)
         self.assertIn("lists no change of src/ any more: - `gone();`", output)
         self.assertEqual(status, 1)
         lists = [self.mutate("--list", "--sample", "3", "--seed", seed) for seed in "112"]
