@@ -177,7 +177,8 @@ private slots:
     {
         QFETCH(int, total);
         QFETCH(int, seconds);
-        // From the middle: the bar leaves alone what is out of its range, and would stay at its end.
+        // From the middle: the bar leaves alone what is out of its range, and would stay at its
+        // end.
         window->onTimerTick(150);
         QCOMPARE(progressBar(*window)->value(), 500); // of 300, until another total is set
         window->setTotalSeconds(total);
