@@ -3,7 +3,9 @@ names it."""
 
 import contextlib
 import os
+import pathlib
 import re
+import shlex
 import subprocess
 import unittest
 
@@ -83,7 +85,9 @@ class Journey(unittest.TestCase):
     def failed(self):
         """Called before anything is cleaned up."""
         self.has_failed = True
-        file = f"{os.getcwd()}/{type(self).__name__}-{self._testMethodName}.png"
+        command = shlex.split(os.environ["VELMORA_PROGRAM"])
+        build = pathlib.Path(command[-1]).resolve().parents[1]
+        file = build / f"{type(self).__name__}-{self._testMethodName}.png"
         driver.Picture().save(file)
         print(f"What was to be seen then: {file}")
 
