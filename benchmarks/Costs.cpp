@@ -223,7 +223,7 @@ void floorStore(State &state, bool write)
     benchmark::DoNotOptimize(value);
 }
 
-// As large as the screen, so that what it costs is reading and drawing, as for a person who
+// As large as the screen, so that what it costs is reading and drawing, as for an operator who
 // chose a picture made for it.
 QString makePicture(const QTemporaryDir &directory)
 {

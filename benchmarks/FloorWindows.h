@@ -35,7 +35,7 @@ private:
 /// The least that a count-down of two windows can be made of in Qt: what the
 /// program's figures are measured against.
 ///
-/// One label a window, a timer of one second that dresses and fills both labels anew, and a
+/// One label a window, a timer of one second that styles and fills both labels again, and a
 /// media player with an audio output, which is never played. Not an application style sheet,
 /// a layout beyond the one that centres the label, a wall clock or a store.
 class FloorWindows : public QObject
@@ -56,7 +56,7 @@ public:
     void start();
     /// One second has passed.
     void tick();
-    /// Takes the preview's picture anew.
+    /// Takes the preview's picture again.
     void refreshPreview();
     /// Sets the count without drawing it.
     void setRemaining(int seconds);

@@ -13,7 +13,7 @@
 
 /// The program's two windows on the screen, wired as at start-up and with the values of a
 /// first run. The application's style sheet goes with it, so that a floor that comes after it
-/// is not dressed.
+/// is not styled.
 class VelmoraStage
 {
 public:

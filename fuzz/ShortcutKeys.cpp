@@ -1,5 +1,5 @@
 // Keys: a byte chooses UTF-8 or UTF-16 and whether the dialog is shown, then come five texts,
-// parted by line feeds, as they may stand in the settings for the five actions.
+// separated by line feeds, as they may stand in the settings for the five actions.
 //
 // - The Control window gives each action the keys that the text names, and no others.
 // - The settings dialog, opened and closed with OK, writes those keys in their portable form,
@@ -65,7 +65,7 @@ void pressOk(const QDialog &dialog)
     dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
 }
 
-// As a person does it.
+// As a user does it.
 void acceptShownDialog(ControlWindow &window)
 {
     int dialogs = 0;

@@ -1,5 +1,5 @@
 // The reply to an update check. A first byte chooses the mode, how the reply fails if it does,
-// what the person does with the box that appears, and what the rest is: the body itself, or the
+// what the user does with the box that appears, and what the rest is: the body itself, or the
 // version, the address and the notes of a document that is written here.
 //
 // - A box appears exactly when a second, independent comparison says that there is something to
@@ -73,7 +73,7 @@ enum class Answer
     Close
 };
 
-/// The person and the browser.
+/// The user and the browser.
 class Stage : public QObject
 {
     Q_OBJECT

@@ -1,4 +1,4 @@
-// Versions: a byte chooses UTF-8 or UTF-16, then come two texts, parted by a line feed.
+// Versions: a byte chooses UTF-8 or UTF-16, then come two texts, separated by a line feed.
 //
 // - Which of the two is newer is what a second, independent reading of them says.
 // - No text is newer than itself, and not both are newer than the other.

@@ -63,6 +63,8 @@ ControlWindowUi::ControlWindowUi(QMainWindow *window, AppSettings *settings, Aud
     mainLayout->addLayout(makeHeaderRow());
     mainLayout->addWidget(makeLine());
 
+    // It is the window's, so that a copy of the pointer does no harm.
+    // cppcheck-suppress [noCopyConstructor, noOperatorEq]
     timerPreview = new QLabel(QStringLiteral("05:00"));
     timerPreview->setObjectName(QStringLiteral("timerPreview"));
     timerPreview->setAlignment(Qt::AlignCenter);

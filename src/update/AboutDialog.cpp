@@ -12,8 +12,8 @@
 #include "Button.h"
 #include "FormHelpers.h"
 #include "Logo.h"
-#include "Maker.h"
 #include "Updater.h"
+#include "Vendor.h"
 #include "Version.h"
 
 namespace {
@@ -132,8 +132,8 @@ AboutDialog::AboutDialog(QWidget *parent)
 
     column->addWidget(makeCentredLabel(tr("Professional Velmora for Events"), taglineStyle));
     column->addSpacing(6);
-    const QString credits = QString::fromUtf8(makerCreditLine1) + QLatin1Char('\n')
-        + QString::fromUtf8(makerCreditLine2);
+    const QString credits = QString::fromUtf8(vendorCreditLine1) + QLatin1Char('\n')
+        + QString::fromUtf8(vendorCreditLine2);
     QLabel *creditsLabel = makeCentredLabel(credits, creditsStyle);
     creditsLabel->setTextFormat(Qt::PlainText); // a vendor's name may look like mark-up
     column->addWidget(creditsLabel);
@@ -142,10 +142,10 @@ AboutDialog::AboutDialog(QWidget *parent)
     column->addWidget(makeLine(lineStyle));
     column->addSpacing(10);
 
-    QPushButton *webSiteBtn = makeStyledButton(QLatin1String(makerWebAddress), webSiteStyle);
-    webSiteBtn->setAccessibleName(tr("Web site %1").arg(QLatin1String(makerWebAddress)));
+    QPushButton *webSiteBtn = makeStyledButton(QLatin1String(vendorWebAddress), webSiteStyle);
+    webSiteBtn->setAccessibleName(tr("Web site %1").arg(QLatin1String(vendorWebAddress)));
     connect(webSiteBtn, &QPushButton::clicked, this,
-            [] { QDesktopServices::openUrl(QUrl(QLatin1String(makerWebSite))); });
+            [] { QDesktopServices::openUrl(QUrl(QLatin1String(vendorWebSite))); });
     column->addWidget(webSiteBtn, 0, Qt::AlignHCenter);
     column->addSpacing(10);
 

@@ -14,7 +14,7 @@
 #include <QTextDocument>
 #include <QUrl>
 
-#include "Maker.h"
+#include "Vendor.h"
 #include "Version.h"
 
 namespace {
@@ -71,7 +71,7 @@ void Updater::check(bool silent)
 {
     this->silent = silent;
     QNetworkRequest request(
-        QUrl(QStringLiteral("https://%1/api/versions.json").arg(QLatin1String(makerUpdateHost)),
+        QUrl(QStringLiteral("https://%1/api/versions.json").arg(QLatin1String(vendorUpdateHost)),
              QUrl::TolerantMode));
     request.setRawHeader("User-Agent", QByteArray("Velmora/") + velmoraVersion);
     network.get(request);

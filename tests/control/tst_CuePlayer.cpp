@@ -169,8 +169,8 @@ private slots:
 
     void fileThatCameLater_isLeftToQt_data() { opening_isPlayed_data(); }
 
-    // As from a stick: a player that opens it in play() is given the chance, as any player of Qt is by
-    // being asked to play. The oldest one is asked once it has opened the file again.
+    // As from a stick: a player that opens it in play() is given the chance, as any player of Qt is
+    // by being asked to play. The oldest one is asked once it has opened the file again.
     void fileThatCameLater_isLeftToQt()
     {
         const QString name = QStringLiteral("late, %1.wav").arg(QTest::currentDataTag());

@@ -58,7 +58,8 @@ class AppSettingsTest : public QObject
 private slots:
     void init() { removeStore(); }
 
-    // The other tests compare records by this table, so its keys and fields are compared with words.
+    // The other tests compare records by this table, so its keys and fields are compared with
+    // words.
     void table_hasEachFieldUnderItsKeyInTheOrderOfTheFields()
     {
         AppSettings settings;

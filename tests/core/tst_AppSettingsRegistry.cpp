@@ -160,7 +160,7 @@ private slots:
         QCOMPARE(differingFields(firstRunFields(), fieldsOf(loaded())), QStringList());
         DWORD keys = 0;
         DWORD values = 0;
-        // Qt makes the key for whoever could write to it.
+        // Qt makes the key for a user who could write to it.
         HKEY key = nullptr;
         QCOMPARE(RegOpenKeyExW(HKEY_CURRENT_USER, wide(storeKey), 0, KEY_READ, &key),
                  LSTATUS(ERROR_SUCCESS));

@@ -3,7 +3,7 @@
 
 import driver
 from driver import CONTROL, CRITICAL, NORMAL, SECOND_MONITOR, WARNING, wait_for
-from journey import Journey, main
+from journey import Journey, held, main
 
 
 class JourneyFigure(Journey):
@@ -75,14 +75,14 @@ class JourneyFigure(Journey):
     def test_heldMinusKey_repeats(self):
         self.start()
         self.sees("05:00", NORMAL)
-        with driver.held("Down"):
+        with held("Down"):
             self.sees("00:00", CRITICAL)
 
     # Were it to repeat, no second would pass between a start and the next pause.
     def test_heldStartKey_startsOnce(self):
         self.start()
         self.sees("05:00", NORMAL)
-        with driver.held("space"):
+        with held("space"):
             wait_for(lambda: self.left() < 5 * 60 - 2, "three seconds of the count")
 
     def test_resetKey_stopsAndRestoresTheDuration(self):

@@ -2,7 +2,7 @@
 """The message on the audience's monitor, and presets over a restart of the built program."""
 
 import driver
-from driver import NORMAL
+from driver import NORMAL, wait_for
 from journey import Journey, main
 
 
@@ -47,10 +47,10 @@ class JourneyMessage(Journey):
 
     def test_newPreset_isKeptOverARestart(self):
         program = self.start()
-        program.set_value("Minutes", 7)
-        program.set_value("Seconds", 30)
+        program.named("Minutes").set_current_value(7)
+        program.named("Seconds").set_current_value(30)
         program.click("Add to presets")
-        self.stored_matches("val=450$")
+        wait_for(lambda: "val=450\n" in self.stored(), "the preset in the store")
         self.assertEqual(program.close(), 0)
 
         program.start()

@@ -55,7 +55,7 @@ class JourneyNames(Journey):
         def found():
             # The role that is called so was renamed in newer versions of the bindings.
             names = [(widget.get_role_name().replace("push ", ""), widget.get_name())
-                     for widget, _ in self.program.widgets(window)]
+                     for widget in self.program.widgets(window)]
             return [f"{role} {name}" for role, name in names if name and role != "label"]
 
         wanted = wanted.replace("\n", " ").split("; ")
@@ -76,7 +76,7 @@ class JourneyNames(Journey):
     def test_preview_isAPictureOfTheOutput(self):
         self.start()
         self.program.press("Output preview")
-        wait_for(lambda: self.program.has("Picture of the Output window", PREVIEW), "its name")
+        self.program.named("Picture of the Output window", PREVIEW)
 
     def test_aboutCard_isReadInItsOrder(self):
         self.start()

@@ -20,7 +20,7 @@ class JourneySettings(Journey):
         # From "Clock" to "Colors" and its second button.
         driver.keys("Right", "Tab", "Tab", "space")
         self.has_keyboard(COLOUR_DIALOG)
-        driver.keys("alt+h", "ctrl+a", *f"#{CHOSEN}", "Return")
+        driver.keys("alt+h", "ctrl+a", "numbersign", *CHOSEN, "Return")
         self.has_keyboard(SETTINGS)
         driver.keys("shift+Tab", "shift+Tab")
         # To "Fonts", past the first stepper's button to its number.
@@ -72,7 +72,7 @@ class JourneySettings(Journey):
         self.counts()
         for line in (f"timerColorNormal=#{CHOSEN}", f"timerFontSize={SIZE}", "defaultDuration=150",
                      "shortcutStartPause=J"):
-            self.assertIn(line, program.stored().splitlines())
+            self.assertIn(line, self.stored().splitlines())
 
     def sees_any(self, colour, size):
         wait_for(lambda: self.program.shows(None, colour, size),
@@ -84,17 +84,17 @@ class JourneySettings(Journey):
             with self.subTest(way=way):
                 # Not as the program would write it, so that any writing at all changes it.
                 program = self.start("timerFontSize=250\n\n\ndefaultDuration=1200")
-                stored = program.stored()
+                stored = self.stored()
                 self.fill_in()
                 driver.keys(*way)
                 self.gone(SETTINGS)
-                self.assertEqual(program.stored(), stored)
+                self.assertEqual(self.stored(), stored)
                 self.sees("20:00", NORMAL, 250)
                 driver.activate(OUTPUT)
                 driver.keys("space")
                 self.counts()
                 self.assertEqual(program.close(), 0)
-                self.assertEqual(program.stored(), stored)
+                self.assertEqual(self.stored(), stored)
 
 
 main()

@@ -7,7 +7,7 @@ import os
 import driver
 from driver import (CONTROL, CRITICAL, FIRST_MONITOR, NORMAL, OUTPUT, PREVIEW, SECOND_MONITOR,
                     wait_for)
-from journey import Journey, main, seconds
+from journey import Journey, has_second_monitor, held, main, seconds
 
 
 class JourneyWindows(Journey):
@@ -40,7 +40,7 @@ class JourneyWindows(Journey):
         self.start()
         self.open_preview()
         for title in CONTROL, OUTPUT, PREVIEW:
-            self.assertEqual(driver.window_class(title), wanted)
+            self.assertEqual(driver.window(title).get_wm_class()[1], wanted)
 
     # The picture is compiled in, and a program without it only has a bare title.
     def test_title_showsTheLogo(self):
@@ -66,7 +66,7 @@ class JourneyWindows(Journey):
         self.start()
         self.sees("05:00", NORMAL)
         driver.keys("space")
-        with driver.held("o"):
+        with held("o"):
             self.gone(OUTPUT)
             end = left() - 3
             seen = wait_for(lambda: "back" if driver.has_window(OUTPUT) else left() <= end,
@@ -112,14 +112,14 @@ class JourneyWindows(Journey):
         self.is_at(OUTPUT, SECOND_MONITOR)
 
     def test_oneMonitor_givesAnOrdinaryOutputWindow(self):
-        driver.has_second_monitor(False)
+        has_second_monitor(False)
         self.start()
         self.is_ordinary(OUTPUT)
 
     def test_secondMonitorUnplugged_hideAndShowGivesAnOrdinaryWindow(self):
         self.start()
         self.is_at(OUTPUT, SECOND_MONITOR)
-        driver.has_second_monitor(False)
+        has_second_monitor(False)
         # The window manager moves it over to the monitor that is left; it goes on counting and
         # takes keys there.
         wait_for(lambda: driver.shows(FIRST_MONITOR, NORMAL), "a figure on the first monitor")

@@ -55,7 +55,7 @@ private slots:
             window->onTimerTick(seconds);
             verifyStyles(figureStyle(color, 150), barStyle(color));
         }
-        settings.warningThreshold = seconds; // not told before the refresh
+        settings.warningThreshold = seconds; // not seen before the refresh
         verifyStyles(figureStyle(color, 150), barStyle(color));
         window->refreshSettings();
         const QString now = seconds < 1 ? critical : warning;
@@ -143,7 +143,7 @@ private slots:
         window->resize(800, 270);
         QTRY_COMPARE(figureLabel(*window)->styleSheet(), figureStyle("#00cc00", 38));
         window->hide();
-        settings.timerFontSize = 300; // not told to the window; its next show reads it
+        settings.timerFontSize = 300; // not passed on to the window; its next show reads it
         window->show();
         QCOMPARE(figureLabel(*window)->styleSheet(), figureStyle("#00cc00", 75));
     }
@@ -177,7 +177,8 @@ private slots:
     {
         QFETCH(int, total);
         QFETCH(int, seconds);
-        // From the middle: the bar leaves alone what is out of its range, and would stay at its end.
+        // From the middle: the bar leaves alone what is out of its range, and would stay at its
+        // end.
         window->onTimerTick(150);
         QCOMPARE(progressBar(*window)->value(), 500); // of 300, until another total is set
         window->setTotalSeconds(total);

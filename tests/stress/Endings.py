@@ -10,7 +10,7 @@ import time
 
 import driver
 from driver import CONTROL, PREVIEW, SETTINGS, wait_for
-from journey import ENDINGS, Journey, main
+from journey import ENDINGS, Journey, complaints, main
 
 HTTPS_PORT = 443
 SET_FLAGS, UP = 0x8914, 1
@@ -25,7 +25,7 @@ class Endings(Journey):
             begin = time.monotonic()
             self.assertEqual(program.close(), 0)
             longest = max(longest, time.monotonic() - begin)
-            self.assertEqual(program.complaints(), [])
+            self.assertEqual(complaints(program), [])
         print(f"{ENDINGS} of {ENDINGS} processes ended, the slowest after {longest:.3f} s")
 
     def test_closing_atOnce_endsTheProcess(self):

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// File systems that only this process sees. Nothing of the machine's own is mounted anew.
+/// File systems that only this process sees. Nothing of the machine's own is mounted again.
 namespace mounts {
 
 /// Gives the process a mount table of its own, as root or, where the kernel lets anyone be

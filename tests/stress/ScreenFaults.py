@@ -6,7 +6,7 @@ import time
 
 import driver
 from driver import CONTROL, FIRST_MONITOR, NORMAL, OUTPUT, SECOND_MONITOR, wait_for
-from journey import Journey, main
+from journey import Journey, has_second_monitor, main
 
 DURATION = 1800
 ROUNDS = 5
@@ -47,13 +47,13 @@ class ScreenFaults(Journey):
     def test_secondMonitor_comesAndGoesWhileCounting(self):
         self.start_counting()
         for _ in range(ROUNDS):
-            driver.has_second_monitor(False)
+            has_second_monitor(False)
             self.show_again()
             self.is_ordinary()
             x, y, _, _ = driver.geometry(OUTPUT)
             self.assertTrue(x < FIRST_MONITOR[2] and y < FIRST_MONITOR[3])
 
-            driver.has_second_monitor(True)
+            has_second_monitor(True)
             self.assertTrue(self.program.is_running())
             self.show_again()
             self.has_kept_up()

@@ -11,7 +11,7 @@ import wave
 
 import driver
 from driver import CRITICAL, WARNING, wait_for
-from journey import ENDINGS, Journey, main
+from journey import ENDINGS, Journey, complaints, main
 from sound import SoundServer
 
 RATE = 8000
@@ -29,14 +29,13 @@ class SoundFaults(Journey):
         self.settings = ("defaultDuration=4\nblinkEnabled=false\nsoundEnabled=true\n"
                          f"soundFilePath={folder}/long.wav")
         self.server = self.enterContext(SoundServer(folder))
-        self.server.start()
 
     def start_program(self):
         self.start(self.settings, environment=self.server.environment)
 
     def finish(self, program):
         """What Qt writes about a missing server is no failure here."""
-        print(f"What the program and Qt wrote: {program.complaints()}")
+        print(f"What the program and Qt wrote: {complaints(program)}")
 
     def plug(self, device):
         """Adds a device that nobody hears; its module's number."""
@@ -98,6 +97,15 @@ class SoundFaults(Journey):
         self.server.kill()
         driver.keys("space")
         self.goes_on()
+        self.ends()
+
+    # The reset before the second count makes the cue due once more.
+    def test_noServerFromTheStart_leavesTheCountRunning(self):
+        self.server.kill()
+        self.start_program()
+        for _ in range(2):
+            self.count_to_zero()
+            self.goes_on()
         self.ends()
 
     # As where the desktop starts it again.

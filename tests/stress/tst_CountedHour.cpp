@@ -88,7 +88,7 @@ private slots:
             lateness.push_back(milliseconds(ticks[i].moment - start) - double(i + 1) * intervalMs);
         }
         // In its first seconds Qt moves the timer by up to a twentieth of the interval at
-        // a time, to moments at which others run out as well. Lateness is told from there on.
+        // a time, to moments at which others run out as well. Lateness is reported from there on.
         const auto settled = std::ptrdiff_t(std::min(settlingTicks, ticks.size() / 2));
         const double phase = *std::min_element(lateness.begin() + settled, lateness.end());
         std::vector<double> late(lateness.begin() + settled, lateness.end());

@@ -161,14 +161,14 @@ private:
 
     void changeSettings(int tick)
     {
-        const ModalScript<SettingsDialog> person([tick](SettingsDialog &dialog) {
+        const ModalScript<SettingsDialog> user([tick](SettingsDialog &dialog) {
             const DialogView view(dialog);
             view.fontSize("Timer font size")->setValue(200 + tick / 600 % 100);
             view.tabs()->setCurrentIndex(tick / 600 % view.tabs()->count());
             view.okButton()->click();
         });
         fixture.window->openSettings();
-        QVERIFY(person.hasPlayed());
+        QVERIFY(user.hasPlayed());
         QCOMPARE(fixture.settings.timerFontSize, 200 + tick / 600 % 100);
         QCOMPARE(storedLines(), fieldLines(fixture.settings));
         ++dialogs;
@@ -211,7 +211,7 @@ void printGrowth(const char *what, const std::vector<Sample> &samples, double Sa
 
 } // namespace
 
-/// Two days of a conference, as fast as the event loop goes: the engine is told of every
+/// Two days of a conference, as fast as the event loop goes: the engine gets every
 /// second, and everything that an operator does in between is done over and over. Memory,
 /// objects, open files and threads must be the same at the end as at the beginning.
 class LongShowTest : public QObject
@@ -226,7 +226,7 @@ private slots:
         ControlFixture fixture(settings);
         fixture.show();
         fixture.engine.start();
-        Operator person(fixture);
+        Operator worker(fixture);
 
         int heard = 0;
         connect(&fixture.engine, &TimerEngine::tick, this, [&heard] { ++heard; });
@@ -237,22 +237,22 @@ private slots:
         for (int hour = 1; hour <= hoursToShow(); ++hour) {
             for (int i = 0; i < ticksAnHour; ++i) {
                 const int tick = (hour - 1) * ticksAnHour + i;
-                person.act(tick);
+                worker.act(tick);
                 const int before = fixture.engine.remaining();
                 const int heardBefore = heard;
                 passSecond(fixture.engine);
                 ++passed;
                 QCOMPARE(heard, heardBefore + 1);
                 QCOMPARE(std::abs(fixture.engine.remaining() - before), 1);
-                person.passHalves(tick);
+                worker.passHalves(tick);
                 QCoreApplication::processEvents();
             }
-            person.settle();
+            worker.settle();
             samples.push_back({double(hour), usage::residentKiB(), usage::heapKiB(),
                                usage::objects(), usage::openFiles(), usage::threads()});
         }
         qInfo("%d ticks (%d hours) in %.0f s: %s", passed, hoursToShow(),
-              double(time.elapsed()) / 1000, qPrintable(person.summary()));
+              double(time.elapsed()) / 1000, qPrintable(worker.summary()));
         printGrowth("Resident memory", samples, &Sample::residentKiB);
         printGrowth("Heap in use", samples, &Sample::heapKiB);
         const Sample &first = samples[std::min(samples.size() - 1, std::size_t(warmUpHours))];
@@ -266,7 +266,7 @@ private slots:
         QCOMPARE(last.threads, first.threads);
         const double heap = last.heapKiB - first.heapKiB;
         const double allowed = heapOfAShowKiB + heapOfAnHourKiB * (last.hour - first.hour)
-            + heapOfADialogKiB * person.dialogsOpened();
+            + heapOfADialogKiB * worker.dialogsOpened();
         QVERIFY2(heap < allowed, qPrintable(QString("The heap has grown by %1 KiB").arg(heap)));
         const double resident = last.residentKiB - first.residentKiB;
         QVERIFY2(resident < residentOfAShowKiB,

@@ -65,7 +65,7 @@ private slots:
                 });
                 const auto *strip = fixture->named<QListWidget>("presetList");
                 QCOMPARE(presetsOf(*strip), record.presets);
-                costs.measure("fill the strip anew", size, [&] {
+                costs.measure("fill the strip again", size, [&] {
                     fixture->window->onSettingsChanged();
                     QCoreApplication::processEvents();
                 });
@@ -77,7 +77,7 @@ private slots:
 
                 // One preset more, in the dialog; its OK saves, and fills the strip.
                 QList<int> inDialog;
-                const ModalScript<SettingsDialog> person([&](SettingsDialog &dialog) {
+                const ModalScript<SettingsDialog> user([&](SettingsDialog &dialog) {
                     const DialogView view(dialog);
                     view.showPage("Timer");
                     inDialog = presetsOf(*view.presets());
@@ -91,7 +91,7 @@ private slots:
                     fixture->window->openSettings();
                     QCoreApplication::processEvents();
                 });
-                QVERIFY(person.hasPlayed());
+                QVERIFY(user.hasPlayed());
                 QCOMPARE(inDialog, record.presets);
                 QCOMPARE(fixture->settings.presets.size(), size + 1);
                 QCOMPARE(presetsOf(*strip), fixture->settings.presets);

@@ -10,7 +10,7 @@ class QWidget;
 // A window as a screen reader and the Tab key find it. Only what is visible counts, so the
 // window is on the screen; its tests run with the application's style sheet.
 
-/// What a screen reader is told about one thing in a window.
+/// What a screen reader says about one thing in a window.
 struct Told
 {
     QString kind;        // "button", "check", "radio", "spin", "edit", "list", "item", "tab", …
@@ -30,7 +30,7 @@ QStringList controlLines(QWidget &window);
 /// The visible plain texts as "05:00", or with what is said in addition as "05:00 (Timer)".
 QStringList textLines(QWidget &window);
 
-/// The names that no person would say: without a letter or digit, or with a symbol in it.
+/// The names that nobody would say: without a letter or digit, or with a symbol in it.
 QStringList unsayableNames(QWidget &window);
 
 /// The names that two or more of the window's buttons share.

@@ -65,7 +65,7 @@ void writeStoreBytes(const QByteArray &bytes)
         qFatal("Cannot write the test's store %s", qPrintable(path));
 }
 
-// A folder in the file's place cannot be written, whoever runs the test.
+// A folder in the file's place cannot be written, even by root.
 void blockStore()
 {
     if (!QDir().mkpath(storeFilePath()))

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QWidget>
 
-/// The only descendant of @p root of the type whose text() is @p text, as a person would
+/// The only descendant of @p root of the type whose text() is @p text, as a user would
 /// find it; null when there is none or more than one.
 template<typename Widget>
 Widget *findByText(const QWidget &root, const QString &text)

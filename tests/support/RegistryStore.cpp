@@ -9,13 +9,13 @@
 #include <qt_windows.h>
 
 // The store of Windows, the registry. While a test runs, what the process takes for the
-// person's part of the registry is a key of its own there.
+// user's part of the registry is a key of its own there.
 
 namespace {
 
 const wchar_t testsKey[] = L"Software\\Velmora tests";
 const wchar_t storeKey[] = L"Software\\Velmora\\Velmora";
-const wchar_t makersKey[] = L"Software\\Velmora";
+const wchar_t vendorsKey[] = L"Software\\Velmora";
 
 void verify(LSTATUS status, const char *what)
 {
@@ -59,7 +59,7 @@ struct PrivateStore::Place
 PrivateStore::PrivateStore()
     : place(std::make_unique<Place>())
 {
-    // Whoever runs the tests reads what they print; Qt would tell a debugger alone.
+    // The developer reads what the tests print; Qt would tell a debugger alone.
     qputenv("QT_FORCE_STDERR_LOGGING", "1");
     const HKEY tests =
         createKey(HKEY_CURRENT_USER, QString::fromWCharArray(testsKey), REG_OPTION_NON_VOLATILE);
@@ -92,7 +92,7 @@ QString storeFilePath()
 
 bool storeExists()
 {
-    // Qt makes an empty key for whoever could write to it.
+    // Qt makes an empty key for a user who could write to it.
     return !registry().allKeys().isEmpty();
 }
 
@@ -155,5 +155,5 @@ void blockStore()
 void removeStore()
 {
     usePart(privatePart);
-    RegDeleteTreeW(HKEY_CURRENT_USER, makersKey);
+    RegDeleteTreeW(HKEY_CURRENT_USER, vendorsKey);
 }

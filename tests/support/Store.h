@@ -7,7 +7,7 @@
 #include <QString>
 
 /// A settings store for this process alone, empty at first and removed with the object. The
-/// person's own settings are neither read nor written meanwhile. One lives in every test.
+/// user's own settings are neither read nor written meanwhile. One lives in every test.
 class PrivateStore
 {
 public:

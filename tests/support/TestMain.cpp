@@ -59,7 +59,7 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
     if (!list.open(QIODevice::WriteOnly) || list.write(screenList(platform)) < 0)
         qFatal("No screen list for the offscreen platform");
     list.close();
-    // The platform takes a colon, as after a drive, for the end of what it is told.
+    // The platform takes a colon, as after a drive, for the end of its argument.
     const QString path = listPath.contains(':') ? QDir().relativeFilePath(listPath) : listPath;
     qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
     // Not the list's own ratio, which only some versions of the platform heed.

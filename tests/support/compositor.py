@@ -11,7 +11,8 @@ OUTPUT_SIZE = 1280, 800
 
 
 def area(output):
-    return driver.geometry(f"Weston Compositor - screen{output}")
+    title = f"Weston Compositor - screen{output}"
+    return wait_for(lambda: driver.geometry(title), f'a window "{title}"')
 
 
 def is_covered(output):
@@ -33,16 +34,15 @@ class WaylandProgram(driver.Program):
         super().__init__(command, settings, environment=environment)
         del self.environment["DISPLAY"]
 
-    def await_windows(self):
-        self.await_figures()
-        wait_for(lambda: is_covered(1) and control_window(0), "both windows")
+    def is_up(self):
+        return len(self.texts("Timer")) == 2 and is_covered(1) and control_window(0)
 
     def lay_out(self):
         """The compositor alone decides where a window stands."""
 
     def area(self, widget):
         x, y, width, height = super().area(widget)
-        is_output = any(widget == other for other, _ in self.widgets(OUTPUT))
+        is_output = widget in self.widgets(OUTPUT)
         left, top = area(1)[:2] if is_output else control_window(0)[:2]
         return left + x % OUTPUT_SIZE[0], top + y, width, height
 
@@ -60,7 +60,7 @@ class WaylandJourney(Journey):
         # The compositor draws the pointer itself: elsewhere it might cover a part of the window
         # that its ground is measured by, or the edge of the other output.
         x, y, width, height = area(0)
-        driver.point(x + width - 40, y + height - 1)
+        driver.xdotool("mousemove", x + width - 40, y + height - 1)
         return super().launch(settings, **options)
 
     def settles(self):

@@ -12,8 +12,8 @@
 #include <QTest>
 
 #include "Find.h"
-#include "Maker.h"
 #include "Updater.h"
+#include "Vendor.h"
 
 namespace {
 
@@ -144,7 +144,7 @@ const Authority::Identity &endpointIdentity()
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
         configuration.addCaCertificate(trustedAuthority().certificate());
         QSslConfiguration::setDefaultConfiguration(configuration);
-        return trustedAuthority().issue(makerUpdateHost);
+        return trustedAuthority().issue(vendorUpdateHost);
     }();
     return identity;
 }

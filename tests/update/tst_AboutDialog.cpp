@@ -8,9 +8,9 @@
 
 #include "AboutCard.h"
 #include "Accessible.h"
-#include "Maker.h"
 #include "StyleSheet.h"
 #include "TestMain.h"
+#include "Vendor.h"
 
 namespace {
 
@@ -106,12 +106,12 @@ private slots:
         QVERIFY(qobject_cast<const QVBoxLayout *>(column));
         QCOMPARE(column->contentsMargins(), QMargins(36, 20, 36, 28));
         QCOMPARE(column->spacing(), 0);
-        const QString credits = QString(makerCreditLine1) + '\n' + makerCreditLine2;
+        const QString credits = QString(vendorCreditLine1) + '\n' + vendorCreditLine2;
         QCOMPARE(
             outline(*column).join("; "),
             "[stretch, QPushButton ×]; QLabel ; 8; QLabel VELMORA; QLabel v1.1.4; 14; QFrame ; "
             "12; QLabel Professional Velmora for Events; 6; QLabel "
-                + credits + "; 12; QFrame ; 10; QPushButton " + makerWebAddress
+                + credits + "; 12; QFrame ; 10; QPushButton " + vendorWebAddress
                 + "; 10; QFrame ; 12; QPushButton Check for Updates; 16; QPushButton Close");
         for (int i = 0; i < column->count(); ++i)
             QCOMPARE(column->stretch(i), 0);
@@ -228,7 +228,7 @@ private slots:
     {
         AboutDialog dialog;
         dialog.show();
-        const QString webSite = QString("button Web site ") + makerWebAddress;
+        const QString webSite = QString("button Web site ") + vendorWebAddress;
         QCOMPARE(controlLines(dialog),
                  QStringList({"button Close", "picture Velmora logo", webSite,
                               "button Check for Updates", "button Close"}));

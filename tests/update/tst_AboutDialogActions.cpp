@@ -7,10 +7,10 @@
 #include <QTest>
 
 #include "AboutCard.h"
-#include "Maker.h"
 #include "TestMain.h"
 #include "Timeouts.h"
 #include "UpdateStage.h"
+#include "Vendor.h"
 
 /// What the card's buttons do.
 class AboutDialogActionsTest : public QObject
@@ -52,8 +52,8 @@ private slots:
         AboutDialog dialog;
         dialog.show();
         QTest::mouseClick(AboutCard(dialog).webSiteButton(), Qt::LeftButton);
-        QCOMPARE(stage.opened(), QStringList(QString(makerWebSite)));
-        QVERIFY(QString(makerWebSite).startsWith("https://"));
+        QCOMPARE(stage.opened(), QStringList(QString(vendorWebSite)));
+        QVERIFY(QString(vendorWebSite).startsWith("https://"));
         QVERIFY(dialog.isVisible());
         QVERIFY(stage.server.tunnels().isEmpty());
     }

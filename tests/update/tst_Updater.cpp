@@ -6,9 +6,9 @@
 #include <QNetworkReply>
 #include <QTest>
 
-#include "Maker.h"
 #include "TestMain.h"
 #include "UpdateStage.h"
+#include "Vendor.h"
 
 /// The class itself: its meta-object, how it compares two versions, what it sends, and which mode
 /// an answer is treated in.
@@ -97,7 +97,7 @@ private slots:
         updater.check(true);
         QVERIFY(stage.server.tunnels().isEmpty()); // it returns before the request is sent
         QVERIFY(stage.settle());
-        QCOMPARE(stage.server.tunnels(), QList<QByteArray>{QByteArray(makerUpdateHost) + ":443"});
+        QCOMPARE(stage.server.tunnels(), QList<QByteArray>{QByteArray(vendorUpdateHost) + ":443"});
         QCOMPARE(stage.server.requests().size(), 1);
         QList<QByteArray> lines = stage.server.requests().constFirst().split('\n');
         QCOMPARE(lines.takeFirst(), "GET /api/versions.json HTTP/1.1\r");
@@ -110,7 +110,7 @@ private slots:
         values.sort();
         QCOMPARE(values,
                  QStringList(
-                     {QString("host: %1\r").arg(makerUpdateHost), "user-agent: Velmora/1.1.4\r"}));
+                     {QString("host: %1\r").arg(vendorUpdateHost), "user-agent: Velmora/1.1.4\r"}));
     }
 
     void check_leavesTheManagersDefaults()
@@ -201,7 +201,7 @@ private slots:
         connect(&network, &QNetworkAccessManager::finished, &updater, [&](QNetworkReply *reply) {
             QMetaObject::invokeMethod(&updater, "onReply", Q_ARG(QNetworkReply *, reply));
         });
-        network.get(QNetworkRequest(QUrl(QString("https://") + makerUpdateHost)));
+        network.get(QNetworkRequest(QUrl(QString("https://") + vendorUpdateHost)));
         QVERIFY(stage.settle());
         QCOMPARE(stage.texts(), QStringList());
     }

@@ -1,5 +1,6 @@
 #include "Updater.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFontMetrics>
 #include <QLabel>

@@ -5,9 +5,9 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include "Maker.h"
 #include "TestMain.h"
 #include "UpdateStage.h"
+#include "Vendor.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ QByteArray redirection(const QByteArray &status, const QByteArray &address)
 
 QByteArray endpointAddress(const QByteArray &scheme)
 {
-    return scheme + "://" + makerUpdateHost + "/elsewhere.json";
+    return scheme + "://" + vendorUpdateHost + "/elsewhere.json";
 }
 
 struct Document
@@ -243,7 +243,7 @@ private slots:
         QTest::addColumn<QString>("host");
         QTest::addColumn<bool>("trusted");
         QTest::addRow("another host's") << "other.velmora.example" << true;
-        QTest::addRow("an unknown authority's") << makerUpdateHost << false;
+        QTest::addRow("an unknown authority's") << vendorUpdateHost << false;
         QTest::addRow("none at all") << QString() << true;
     }
 

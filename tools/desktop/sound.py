@@ -8,15 +8,15 @@ from driver import wait_for
 
 
 class SoundServer:
-    """PulseAudio, playing into nothing. A program finds it by `environment`, and what would be
-    heard can be taken from the monitor of its sink, "cue". To be used in a `with`, and started."""
+    """PulseAudio, playing into nothing, to be used in a `with`. A program finds it by
+    `environment`, and what would be heard can be taken from the monitor of its sink, "cue"."""
 
     def __init__(self, folder):
         self.socket = pathlib.Path(folder) / "sound"
         self.environment = {"PULSE_SERVER": f"unix:{self.socket}"}
-        self.process = None
 
     def __enter__(self):
+        self.start()
         return self
 
     def __exit__(self, *_):
@@ -26,18 +26,16 @@ class SoundServer:
         """Without rewinds: with them, a sink's monitor would have passed on up to 20 ms of silence
         already in place of the first samples."""
         self.socket.unlink(missing_ok=True)  # a killed server leaves it
-        with open(f"{self.socket}.log", "ab") as log:
-            self.process = subprocess.Popen(
-                ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
-                 "--high-priority=no", "-L",
-                 f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}", "-L",
-                 "module-null-sink sink_name=cue norewinds=1"], stdout=log, stderr=log)
+        self.process = subprocess.Popen(
+            ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
+             "--high-priority=no", f"--log-target=newfile:{self.socket}.log",
+             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}",
+             "-L", "module-null-sink sink_name=cue norewinds=1"])
         wait_for(lambda: self.control("info").returncode == 0, "a sound server")
 
     def kill(self):
-        if self.process:
-            self.process.kill()
-            self.process.wait()
+        self.process.kill()
+        self.process.wait()
 
     def control(self, *arguments):
         return subprocess.run(["pactl", *arguments], env={**os.environ, **self.environment},
@@ -48,5 +46,4 @@ class SoundServer:
         return subprocess.Popen(
             ["parec", f"--device={sink}.monitor", "--format=s16le", "--channels=1",
              f"--rate={rate}", "--latency-msec=20", "--raw"],
-            env={**os.environ, **self.environment},
-            stdout=subprocess.PIPE)
+            env={**os.environ, **self.environment}, stdout=subprocess.PIPE)

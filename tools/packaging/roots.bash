@@ -2,7 +2,7 @@
 # nothing but the system's essential packages, entered by chroot. Needs root's rights and the
 # packages of scripts/install-packages roots.
 
-# Says so and fails when this machine or this person cannot make such systems.
+# Says so and fails when this machine or this user cannot make such systems.
 can_make_roots() {
     if [ "$(id -u)" -ne 0 ] || ! unshare --mount true 2>/dev/null; then
         printf '%s: needs the rights to make and enter a clean system; run it as root.\n' \
