@@ -261,13 +261,13 @@ int ControlWindowUi::enteredTime() const
     return minSpin->value() * 60 + secSpin->value();
 }
 
-void ControlWindowUi::enterTime(int secs)
+void ControlWindowUi::enterTime(int secs) const
 {
     minSpin->setValue(secs / 60);
     secSpin->setValue(secs % 60);
 }
 
-void ControlWindowUi::offerOutput(bool showing)
+void ControlWindowUi::offerOutput(bool showing) const
 {
     outputToggleBtn->setText(showing ? tr("▶  Show Output Window") : tr("■  Hide Output Window"));
     outputToggleBtn->setAccessibleName(showing ? tr("Show Output Window")

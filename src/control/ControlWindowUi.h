@@ -28,9 +28,9 @@ public:
     /// What the "Set Time" row holds, in seconds: 0 to 59,999.
     int enteredTime() const;
     /// Puts @p secs seconds into the "Set Time" row, which keeps to its ranges.
-    void enterTime(int secs);
+    void enterTime(int secs) const;
     /// What the bottom button offers next: to show the Output window, or to hide it.
-    void offerOutput(bool showing);
+    void offerOutput(bool showing) const;
 
     QPushButton *titleBtn = nullptr;
     QPushButton *settingsBtn = nullptr;
