@@ -63,7 +63,7 @@ set(plugins
     styles/qmodernwindowsstyle        # the look of the system's controls
     imageformats/qjpeg                # background pictures; png and bmp are built in
     tls/qschannelbackend              # the update check's TLS, by Windows itself
-    multimedia/windowsmediaplugin)    # the audio cue, by Windows' Media Foundation
+    multimedia/ffmpegmediaplugin)     # the audio cue, with FFmpeg's decoders
 foreach(plugin IN LISTS plugins)
     set(path "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/${plugin}.dll")
     get_filename_component(folder "${plugin}" DIRECTORY)

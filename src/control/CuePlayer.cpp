@@ -14,6 +14,13 @@ namespace {
 // Older than Qt 6.5, whose only player is GStreamer's.
 constexpr bool isOldestQt = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
 
+// The connection to PulseAudio does, as ConnectionGuard says.
+#ifdef Q_OS_LINUX
+constexpr bool needsGuard = !isOldestQt && QT_VERSION < QT_VERSION_CHECK(6, 10, 0);
+#else
+constexpr bool needsGuard = false;
+#endif
+
 // From Qt 6.5 to 6.9, all sounds share one connection to PulseAudio, which lives in the thread of
 // the first sound. If the server dies while that one plays, the player goes on writing to what the
 // end of the connection has deleted, and the program crashes; once the thread has ended, nothing
@@ -54,7 +61,7 @@ CuePlayer::CuePlayer(QObject *owner)
     , player(new QMediaPlayer(owner))
 {
     makeOutput();
-    if constexpr (!isOldestQt && QT_VERSION < QT_VERSION_CHECK(6, 10, 0))
+    if constexpr (needsGuard)
         new ConnectionGuard(player);
 }
 

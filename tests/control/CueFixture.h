@@ -8,7 +8,6 @@
 #include <QTest>
 
 #include "ControlFixture.h"
-#include "Wine.h"
 
 /// A directory of the test's own with sounds in it.
 class CueFiles
@@ -36,18 +35,12 @@ public:
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("Cannot write the test's cue %s", qPrintable(path));
-        return withoutDrive(path);
+        return path;
     }
 
-    QString path() const { return withoutDrive(directory.path()); }
+    QString path() const { return directory.path(); }
 
 private:
-    // Wine 10 opens file:///C:/x as "/C:/x". A path without a drive is of the current one.
-    static QString withoutDrive(const QString &path)
-    {
-        return path.indexOf(':') == 1 ? path.mid(2) : path;
-    }
-
     static QByteArray number(qsizetype value, int size)
     {
         QByteArray bytes;
@@ -56,25 +49,8 @@ private:
         return bytes;
     }
 
-#ifdef Q_OS_WIN
-    QTemporaryDir directory{QStringLiteral("cue-XXXXXX")}; // on the current drive
-#else
     QTemporaryDir directory;
-#endif
 };
-
-/// For tests that play a file more than once, or wait for its sound. In Wine, Media Foundation
-/// plays a file once, silently and without its position moving; it opens it only with a sound
-/// device.
-#define SKIP_WHERE_A_FILE_PLAYS_ONCE()                                                             \
-    if (isWine())                                                                                  \
-    QSKIP("Wine's Media Foundation plays a file once only, and its position stays")
-
-/// For tests that play a file chosen in the dialog, whose path has a drive. Wine 10 opens
-/// file:///C:/x as "/C:/x".
-#define SKIP_WHERE_A_DRIVE_IS_NO_PATH()                                                            \
-    if (isWine())                                                                                  \
-    QSKIP("Wine's Media Foundation opens no file with a drive in its path")
 
 /// Older than Qt 6.5: its player must not be asked to play a file that is broken, and not be
 /// touched before play() while it opens one.

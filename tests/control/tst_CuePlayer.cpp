@@ -55,7 +55,6 @@ private slots:
     // Asked so early, the oldest Qt's player once blocked the program every few times.
     void opening_isPlayed()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         for (int i = 0; i < 10; ++i) {
             CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
             QCOMPARE(fixture.player->mediaStatus(), QMediaPlayer::LoadingMedia);
@@ -67,7 +66,6 @@ private slots:
 
     void zero_whileStillSounding_restartsFromTheBeginning()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
         QVERIFY(fixture.waitForFile());
         fixture.button("Test")->click();
@@ -84,7 +82,6 @@ private slots:
 
     void test_whileSounding_startsOver()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         const CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
         QVERIFY(fixture.waitForFile());
         fixture.button("Test")->click();
@@ -103,7 +100,6 @@ private slots:
 
     void playedToItsEnd_isPlayedAgain()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         CueFixture fixture(withCue(files.sound("short.wav", 300)));
         QVERIFY(fixture.waitForFile());
         play(fixture);
@@ -141,7 +137,6 @@ private slots:
 
     void brokenFile_isSilentAndDelaysNothing()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         QFETCH(QString, path);
         CueFixture fixture(withCue(path));
         QVERIFY(fixture.waitForFile(QMediaPlayer::InvalidMedia));
@@ -192,11 +187,14 @@ private slots:
 
     void fileGoneSinceItWasOpened_isStillPlayed()
     {
-        SKIP_WHERE_A_FILE_PLAYS_ONCE();
         const QString path = files.sound("going.wav", 3000);
         CueFixture fixture(withCue(path));
         QVERIFY(fixture.waitForFile());
+#ifdef Q_OS_WIN
+        QVERIFY(!QFile::remove(path)); // nobody can take it away while it is open
+#else
         QVERIFY(QFile::remove(path));
+#endif
         for (int i = 0; i < 2; ++i) {
             fixture.window->onTimerTick(0);
             fixture.window->onStateChanged(false);
