@@ -56,9 +56,10 @@ build_base() {
     cmake --install qt6-base
 }
 
-# configure_multimedia OPTION...: with FFmpeg. It compiles shaders for videos, which need another part
-# of Qt; a cue has none.
-configure_multimedia() {
+# build_multimedia OPTION...: of its parts the library, and of its backends FFmpeg's, which decodes the
+# same on every system. The library compiles shaders for videos, which need another part of Qt; a cue
+# has none.
+build_multimedia() {
     local folder=toolkit/lib/cmake/Qt6ShaderTools
     mkdir -p $folder
     cat >$folder/Qt6ShaderToolsConfig.cmake <<'CONFIG'
@@ -77,6 +78,9 @@ set(PACKAGE_VERSION "${PACKAGE_FIND_VERSION}")
 set(PACKAGE_VERSION_COMPATIBLE TRUE)
 CONFIG
     configure qt6-multimedia -DFFMPEG_DIR=/build/toolkit -DFEATURE_ffmpeg=ON "$@"
+    cmake --build qt6-multimedia --target Multimedia QFFmpegMediaPlugin
+    cmake --install qt6-multimedia/src/multimedia
+    cmake --install qt6-multimedia/src/plugins/multimedia/ffmpeg
 }
 
 # collect_licenses TEMPLATE [FILE NAME]... -- [SED-OPTION]...: the terms as Debian has them, those of
