@@ -95,14 +95,14 @@ QByteArray Input::line()
 {
     const qsizetype found = bytes.indexOf('\n', next);
     const qsizetype end = found < 0 ? bytes.size() : found;
-    const QByteArray taken = bytes.mid(next, end - next);
+    QByteArray taken = bytes.mid(next, end - next);
     next = found < 0 ? end : end + 1;
     return taken;
 }
 
 QByteArray Input::rest()
 {
-    const QByteArray taken = bytes.mid(next);
+    QByteArray taken = bytes.mid(next);
     next = bytes.size();
     return taken;
 }

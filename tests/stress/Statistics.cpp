@@ -22,6 +22,7 @@ double studentQuantile(double degrees)
 std::vector<double> logarithms(const std::vector<double> &values)
 {
     std::vector<double> result;
+    result.reserve(values.size());
     for (const double value : values)
         result.push_back(std::log(value));
     return result;

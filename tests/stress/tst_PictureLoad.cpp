@@ -97,7 +97,7 @@ private:
 
     QString save(int side)
     {
-        const QString path = directory.filePath(QStringLiteral("%1.png").arg(side));
+        QString path = directory.filePath(QStringLiteral("%1.png").arg(side));
         if (!QFile::exists(path)) {
             QImage picture(side, side, QImage::Format_RGB32);
             picture.fill(pictureColour);
