@@ -6,11 +6,13 @@ fail() {
     exit 1
 }
 
-# quietly LOG COMMAND...: keeps what the command prints in the log. Where it fails, prints the log's end.
+# quietly LOG COMMAND...: keeps what the command prints in the log. Where it fails, prints the log's
+# end, and CMake's errors, which debhelper has follow by all of the cache.
 quietly() {
     mkdir -p "$(dirname "$1")"
     "${@:2}" >"$1" 2>&1 || {
         tail -n 40 "$1" >&2
+        sed -n '/^CMake Error/,/^-- /p' "$1" >&2
         fail "failed; the log is $1"
     }
 }

@@ -68,7 +68,7 @@ class WaylandJourney(Journey):
         last = []
 
         def look():
-            last.append(Picture(area(0)).data)
-            return len(last) > 1 and last[-1] == last[-2] and control_window(0)
+            last.append(Picture(area(0)).pixels)
+            return len(last) > 1 and (last[-1] == last[-2]).all() and control_window(0)
 
         wait_for(look, f"{CONTROL} to stand still")

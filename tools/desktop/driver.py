@@ -1,4 +1,4 @@
-"""Drives Velmora from outside, on a private desktop (virtual-desktop, wayland-desktop).
+"""Drives Velmora from outside, on a private desktop (virtual-desktop).
 
 Widgets are found by their accessible names over the desktop's accessibility bus, as a screen reader
 finds them; keys and clicks are real ones, sent through the X server; pixels are read to see what is
@@ -9,7 +9,6 @@ PATIENCE seconds raises an AssertionError that says what was awaited.
 import contextlib
 import os
 import pathlib
-import re
 import shlex
 import shutil
 import subprocess
@@ -17,6 +16,7 @@ import tempfile
 import time
 
 import gi
+import numpy
 from Xlib import X, display as xdisplay, error
 from Xlib.protocol import event
 
@@ -33,13 +33,12 @@ SETTINGS = "Settings"
 
 FIRST_MONITOR = (0, 0, 1920, 1080)
 SECOND_MONITOR = (1920, 0, 1920, 1080)
-# Large enough for nothing in it to scroll.
-CONTROL_PLACE = (80, 40, 560, 900)
+SCALE = int(os.environ.get("QT_SCALE_FACTOR", 1))  # pixels a unit of Qt
 
 NORMAL, WARNING, CRITICAL, MESSAGE = "00cc00", "ff8800", "ff2200", "ffff00"
 
 
-def wait_for(condition, what, patience=PATIENCE):
+def wait_for(condition, what, patience=PATIENCE, pause=0.02):
     """Repeats the condition until it is true, and returns what it gave. `what` says it in words; a
     function says it when it has not come about."""
     end = time.monotonic() + patience
@@ -49,7 +48,7 @@ def wait_for(condition, what, patience=PATIENCE):
                 return value
         if time.monotonic() > end:
             raise AssertionError(f"not within {patience} s: {what() if callable(what) else what}")
-        time.sleep(0.02)
+        time.sleep(pause)
 
 
 # The X desktop: windows, keys, the mouse and pixels.
@@ -150,42 +149,38 @@ def click(x, y):
 
 
 class Picture:
-    """What is to be seen at one moment in an area (x, y, width, height) of the desktop. Of each
-    pixel it has four bytes: blue, green, red, and a 1, which tells where the pixel ends."""
+    """What is to be seen at one moment in an area (x, y, width, height) of the desktop: its rows of
+    `pixels`, each a number 0xrrggbb."""
 
-    def __init__(self, area=(0, 0, 3840, 1080), data=None):
+    def __init__(self, area=(0, 0, 3840, 1080), pixels=None):
         self.area = area
-        if data is None:
-            data = bytearray(_root.get_image(*area, X.ZPixmap, 0xffffffff).data)
-            data[3::4] = b"\1" * (len(data) // 4)
-        self.data = bytes(data)
-
-    def rows(self):
-        length = 4 * self.area[2]
-        return [self.data[start:start + length] for start in range(0, len(self.data), length)]
+        if pixels is None:
+            data = _root.get_image(*area, X.ZPixmap, 0xffffffff).data
+            pixels = numpy.frombuffer(data, "<u4").reshape(area[3], area[2]) & 0xffffff
+        self.pixels = pixels
 
     def part(self, area):
         x, y, width, height = area
         left, top = x - self.area[0], y - self.area[1]
-        return Picture(area, b"".join(row[4 * left:4 * (left + width)]
-                                      for row in self.rows()[top:top + height]))
+        return Picture(area, self.pixels[top:top + height, left:left + width])
 
     def ink(self, colour, least=3):
         """The box (x, y, width, height) around all that is drawn in the colour (rrggbb), as far
         as that many pixels of it are in a row; None without any."""
-        pixel = bytes.fromhex(colour)[::-1] + b"\1"
-        runs = re.compile(b"(?:%s){%d,}" % (re.escape(pixel), least))
-        found = [(line, run.start() // 4, run.end() // 4) for line, row in enumerate(self.rows())
-                 if pixel in row for run in runs.finditer(row)]
-        if not found:
+        drawn = numpy.pad(self.pixels == int(colour, 16), ((0, 0), (1, 0)))
+        before = drawn.cumsum(axis=1)  # in the row
+        lines, lefts = numpy.nonzero(before[:, least:] - before[:, :-least] == least)
+        if not lines.size:
             return None
-        lines, lefts, rights = zip(*found)
-        return (self.area[0] + min(lefts), self.area[1] + lines[0],
-                max(rights) - min(lefts), lines[-1] - lines[0] + 1)
+        return (self.area[0] + lefts.min(), self.area[1] + lines[0],
+                lefts.max() + least - lefts.min(), lines[-1] - lines[0] + 1)
 
     def save(self, file):
+        """The same pixels always make the same file."""
         subprocess.run(["convert", "-size", f"{self.area[2]}x{self.area[3]}", "-depth", "8",
-                        "bgra:-", "-alpha", "off", str(file)], input=self.data, check=True)
+                        "bgra:-", "-alpha", "off", "-strip", "-define", "png:compression-level=9",
+                        "-define", "png:exclude-chunks=date,time", str(file)],
+                       input=self.pixels.tobytes(), check=True)
 
 
 def shows(area, colour):
@@ -260,10 +255,11 @@ class Program:
         self.await_windows()
         self.lay_out()
 
-    def lay_out(self, area=CONTROL_PLACE):
+    def lay_out(self, width=560, height=900):
         """Makes the Control window so large that all of it is to be seen, or as large as that."""
-        place(CONTROL, *area)
-        wait_for(lambda: (geometry(CONTROL) or ())[2:] == area[2:] and active_window(),
+        size = SCALE * width, SCALE * height
+        place(CONTROL, SCALE * 80, SCALE * 40, *size)
+        wait_for(lambda: (geometry(CONTROL) or ())[2:] == size and active_window(),
                  "the size of the Control window, and a window with the keyboard")
 
     def await_windows(self):
@@ -321,7 +317,7 @@ class Program:
     def area(self, widget):
         """Its place on the desktop, as (x, y, width, height)."""
         box = widget.get_extents(Atspi.CoordType.SCREEN)
-        return box.x, box.y, box.width, box.height
+        return tuple(SCALE * length for length in (box.x, box.y, box.width, box.height))
 
     def press(self, name, title=None):
         """Presses a button, as a screen reader does, and waits until it is up again."""

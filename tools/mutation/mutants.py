@@ -21,16 +21,15 @@ SPACED = {
     "|": ("arithmetic", "&"), "&&": ("logical", "||"), "||": ("logical", "&&")}
 OTHERS = {"true": ("boolean", "false"), "false": ("boolean", "true"), "-": ("arithmetic", ""),
           "!": ("logical", "")}
-FUNCTIONS = (CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRUCTOR,
-             CursorKind.DESTRUCTOR)
 # What may stand before a statement.
 STATEMENT_BEGINS = {";", "{", "}", ")", "else", "emit"}
-# A declaration of a style sheet: its name and its value.
+# The value of a style sheet's declaration.
 DECLARATION = re.compile(
-    r"([a-z][a-z-]*)(\s*:\s*)([^:;{}\"]*[^:;{}\"\s]|qlineargradient\([^;]*)(?=\s*;)")
+    r"[a-z-]+\s*:\s*([^:;{}\"]*[^:;{}\"\s]|qlineargradient\([^;]*)\s*;")
 SELECTOR = re.compile(r"\bQ[A-Z]\w*(?=[^{};]*\{)")
 COLOR = re.compile(r"#[0-9a-fA-F]*([0-9a-fA-F])")
-NEXT_DIGIT = dict(zip("0123456789abcdefABCDEF", "1234567890bcdef0bcdef0"))
+NUMBER = re.compile(r"(?<![%\w])\d+")  # not that of a place-holder
+WORD = re.compile(r"(?<![\\%])[A-Za-z]+")  # not that of an escape
 
 
 @dataclasses.dataclass(frozen=True)
@@ -43,8 +42,11 @@ class Mutant:
     operator: str
     before: str  # the line's code, or the call's
     after: str
-    function: str  # the name of the function around it, or ""
     number: int = 0  # among those of the same file and text
+
+    @property
+    def change(self):
+        return self.path, self.before, self.after
 
     @property
     def key(self):
@@ -60,7 +62,7 @@ def find(root, build):
     seen = set()
     index = Index.create()
     for entry in json.loads((build / "compile_commands.json").read_text(encoding="utf-8")):
-        if not entry["file"].startswith(f"{root}/src/") or "_entry.dir" in entry["command"]:
+        if not entry["file"].startswith(f"{root}/src/"):
             continue
         # The options but what to read and what to write; precompiled headers are read as well.
         options = re.sub(r"^.*?(?= -)| -[co] \S+", "", entry["command"])
@@ -99,33 +101,27 @@ class Source:
         self.cursors = [cursor for declaration in unit.cursor.get_children()
                         if declaration.location.file and declaration.location.file.name == name
                         for cursor in declaration.walk_preorder()]
-        self.functions = [(*extent(cursor), cursor.spelling) for cursor in self.cursors
-                          if cursor.kind in FUNCTIONS and cursor.is_definition()]
 
     def mutants(self):
-        for i, token in enumerate(self.tokens):
-            self.change_token(i, token, *extent(token))
+        for token in self.tokens:
+            self.change_token(token, *extent(token))
         for cursor in self.cursors:
             if cursor.kind == CursorKind.CALL_EXPR:
                 self.remove_call(cursor, *extent(cursor))
-            elif cursor.kind == CursorKind.CONDITIONAL_OPERATOR:
-                first, last = extent(next(cursor.get_children()))
-                # Not that of a macro.
-                if first in self.starts and self.text[last:].lstrip().startswith(b"?"):
-                    self.negate(first, last)
+            elif cursor.kind in (CursorKind.IF_STMT, CursorKind.CONDITIONAL_OPERATOR):
+                condition = next(cursor.get_children())
+                self.negate(condition, *extent(condition))
         return self.found.values()
 
     def add(self, operator, start, end, replacement, whole_statement=False):
         first = start if whole_statement else self.text.rfind(b"\n", 0, start) + 1
         last = end if whole_statement else self.text.find(b"\n", end)
         after = self.text[first:start] + replacement + self.text[end:last]
-        functions = [name for begin, stop, name in self.functions if begin <= start < stop]
         self.found.setdefault((start, end, replacement), Mutant(
             self.path, self.text.count(b"\n", 0, start) + 1, start, end, replacement, operator,
-            one_line(self.text[first:last]), "removed" if whole_statement else one_line(after),
-            functions[0] if functions else ""))
+            one_line(self.text[first:last]), "removed" if whole_statement else one_line(after)))
 
-    def change_token(self, i, token, start, end):
+    def change_token(self, token, start, end):
         text = token.spelling
         is_spaced = self.text[start - 1:start].isspace() and self.text[end:end + 1].isspace()
         if token.kind == TokenKind.LITERAL:
@@ -136,27 +132,17 @@ class Source:
                          start + len(text[:last].encode()), replacement.encode())
         elif change := is_spaced and SPACED.get(text) or OTHERS.get(text):
             self.add(change[0], start, end, change[1].encode())
-        elif text == "if":
-            self.negate_if(i + 2 if self.tokens[i + 1].spelling == "constexpr" else i + 1)
         elif token.kind == TokenKind.IDENTIFIER and (other := other_enumerator(token)):
             self.add("enumerator", start, end, other.encode())
 
-    def negate_if(self, opening):
-        depth = 0
-        for closing in range(opening, len(self.tokens)):
-            depth += {"(": 1, ")": -1}.get(self.tokens[closing].spelling, 0)
-            if depth == 0:
-                break
-        if "=" not in (token.spelling for token in self.tokens[opening:closing]):
-            self.negate(self.starts[opening + 1], extent(self.tokens[closing - 1])[1])
-
-    def negate(self, first, last):
-        # Where it is one comparison for equality, or begins with its negation, the change of that
-        # token does the same.
-        begin, end = (bisect.bisect_left(self.starts, place) for place in (first, last))
-        words = [token.spelling for token in self.tokens[begin:end]]
-        if {"&&", "||"} & set(words) or not (words[0] == "!" or {"==", "!="} & set(words)):
-            self.add("condition", first, last, b"!(" + self.text[first:last] + b")")
+    def negate(self, condition, first, last):
+        # Neither a declaration nor a macro's condition. Where it is one comparison for equality, or
+        # begins with its negation, the change of that token does the same.
+        if (condition.kind.is_expression() and first in self.starts
+                and self.text[last:].lstrip().startswith((b")", b"?"))):
+            words = [token.spelling for token in condition.get_tokens()]
+            if {"&&", "||"} & set(words) or not (words[0] == "!" or {"==", "!="} & set(words)):
+                self.add("condition", first, last, b"!(" + self.text[first:last] + b")")
 
     def remove_call(self, cursor, first, last):
         if not cursor.spelling.startswith("operator") and self.text[last:last + 1] == b";":
@@ -194,32 +180,18 @@ def literal_changes(text):
         return "constant", [(0, number.end(), str(int(number[0]) + 1))]
     if not (opening := re.match(r'R"\(|"', text)):
         return "", []
-    first, last = opening.end(), len(text) - (2 if opening.end() > 1 else 1)
-    changes = []
-    if re.search("[;{]", text[first:last]):
-        changes = [declaration_change(match) for match in DECLARATION.finditer(text, first, last)]
-        changes += [(match.end(), match.end(), "x")
-                    for match in SELECTOR.finditer(text, first, last)]
-    return "text", changes or [text_change(text, first, last)]
+    place = opening.end(), len(text) - (2 if opening.end() > 1 else 1)
+    changes = [text_change(text, *match.span(1)) for match in DECLARATION.finditer(text, *place)]
+    changes += [(match.end(), match.end(), "x") for match in SELECTOR.finditer(text, *place)]
+    return "text", changes or [text_change(text, *place)]
 
 
 def text_change(text, first, last):
+    """The last digit of a colour, or else a number or a word."""
     if color := COLOR.search(text, first, last):
-        return (*color.span(1), NEXT_DIGIT[color[1]])
-    # Not the letter of an escape, nor a place-holder.
-    if letters := list(re.compile(r"(?<![\\%])[A-Za-z]").finditer(text, first, last)):
-        return letters[-1].end(), letters[-1].end(), "x"
-    if digits := list(re.compile(r"(?<!%)\d").finditer(text, first, last)):
-        return (*digits[-1].span(), NEXT_DIGIT[digits[-1][0]])
-    return last, last, "x"
-
-
-def declaration_change(match):
-    value, at = match[3], match.start(3)
-    if color := COLOR.search(value):
-        return at + color.start(1), at + color.end(1), NEXT_DIGIT[color[1]]
-    if number := re.search(r"(?<![%\w])\d+", value):
-        return at + number.start(), at + number.end(), str(int(number[0]) + 1)
-    if word := re.search(r"(?<!%)[A-Za-z]+", value):
-        return at + word.end(), at + word.end(), "x"
-    return match.end(1), match.end(1), "x"  # a place-holder alone
+        return (*color.span(1), f"{int(color[1], 16) ^ 8:x}")
+    if number := NUMBER.search(text, first, last):
+        return (*number.span(), str(int(number[0]) + 1))
+    word = WORD.search(text, first, last)
+    end = word.end() if word else last
+    return end, end, "x"

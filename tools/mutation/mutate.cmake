@@ -5,6 +5,14 @@
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 
+# Each library of src/ is linked by itself, and no test again when it has changed.
+function(add_library)
+    if(CMAKE_CURRENT_SOURCE_DIR STREQUAL "${CMAKE_SOURCE_DIR}/src")
+        list(TRANSFORM ARGV REPLACE "^STATIC$" SHARED)
+    endif()
+    _add_library(${ARGV})
+endfunction()
+
 function(velmora_precompile)
     if(TARGET Qt6::Widgets)
         file(WRITE "${CMAKE_BINARY_DIR}/headers.cpp" "")

@@ -18,20 +18,17 @@ make_root() {
         --aptopt='Acquire::Check-Valid-Until "false"' "$1" "$2"
 }
 
-# Run in a mount namespace of its own, with the folder as $root.
+# Run in a mount namespace of its own, with the folder as $root. Device files work only where the
+# file system of that folder lets them: those of this machine stand in for them.
 mount_system='
     set -e
     mount -t proc proc "$root/proc"
-    mount -t tmpfs -o mode=755 tmpfs "$root/dev"
     for device in null zero full random urandom tty; do
-        touch "$root/dev/$device"
         mount --bind "/dev/$device" "$root/dev/$device"
     done
-    mkdir "$root/dev/pts" "$root/dev/shm"
     mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
-    ln -s pts/ptmx "$root/dev/ptmx"
+    mount --bind "$root/dev/pts/ptmx" "$root/dev/ptmx"
     mount -t tmpfs tmpfs "$root/dev/shm"
-    ln -s /proc/self/fd "$root/dev/fd"
 '
 root_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
 
