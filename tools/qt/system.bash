@@ -16,6 +16,7 @@ while [[ ${1:-} == -* ]]; do
     esac
     shift
 done
+# shellcheck disable=SC2034 # for those that source this file
 steps=("$@")
 can_make_roots
 mkdir -p "$logs"
