@@ -31,7 +31,7 @@ class SoundFaults(Journey):
         self.server = self.enterContext(SoundServer(folder))
 
     def start_program(self):
-        self.start(self.settings, environment=self.server.environment)
+        self.start(self.settings)
 
     def finish(self, program):
         """What Qt writes about a missing server is no failure here."""

@@ -122,9 +122,12 @@ def close_window(title):
 
 
 def activate(title):
-    """Gives the keyboard to the window."""
-    _ask_manager(title, "_NET_ACTIVE_WINDOW", 2)
-    wait_for(lambda: active_window() == title, f'the keyboard on "{title}"')
+    """Gives the keyboard to the window. A window that comes up meanwhile takes it away again."""
+    def look():
+        _ask_manager(title, "_NET_ACTIVE_WINDOW", 2)
+        return active_window() == title
+
+    wait_for(look, f'the keyboard on "{title}"', pause=0.1)
 
 
 def xdotool(*words):
@@ -250,10 +253,11 @@ class Program:
             self.process = subprocess.Popen(self.command, env=self.environment, stderr=errors)
 
     def start(self):
-        """Starts it, waits for both windows and lays them out."""
+        """Starts it, waits for both windows and lays them out; the program itself."""
         self.launch()
         self.await_windows()
         self.lay_out()
+        return self
 
     def lay_out(self, width=560, height=900):
         """Makes the Control window so large that all of it is to be seen, or as large as that."""
@@ -308,11 +312,9 @@ class Program:
 
     def named(self, name, title=None):
         """The widget of that accessible name, and with several the first; waits for it."""
-        def look():
-            return next((one for one in self.widgets(title) if one.get_name() == name), None)
-
-        return wait_for(look, lambda: f'"{name}" among ' + ", ".join(
-            f'"{one.get_name()}"' for one in self.widgets(title) if one.get_name()))
+        return wait_for(
+            lambda: next((one for one in self.widgets(title) if one.get_name() == name), None),
+            lambda: f'"{name}" among {[one.get_name() for one in self.widgets(title)]}')
 
     def area(self, widget):
         """Its place on the desktop, as (x, y, width, height)."""

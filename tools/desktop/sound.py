@@ -8,12 +8,12 @@ from driver import wait_for
 
 
 class SoundServer:
-    """PulseAudio, playing into nothing, to be used in a `with`. A program finds it by
-    `environment`, and what would be heard can be taken from the monitor of its sink, "cue"."""
+    """PulseAudio, playing into nothing, to be used in a `with`. What is started from then on finds
+    it, and what would be heard can be taken from the monitor of its sink, "cue"."""
 
     def __init__(self, folder):
         self.socket = pathlib.Path(folder) / "sound"
-        self.environment = {"PULSE_SERVER": f"unix:{self.socket}"}
+        os.environ["PULSE_SERVER"] = f"unix:{self.socket}"
 
     def __enter__(self):
         self.start()
@@ -38,12 +38,10 @@ class SoundServer:
         self.process.wait()
 
     def control(self, *arguments):
-        return subprocess.run(["pactl", *arguments], env={**os.environ, **self.environment},
-                              capture_output=True, text=True, check=False)
+        return subprocess.run(["pactl", *arguments], capture_output=True, text=True, check=False)
 
     def listen(self, rate, sink="cue"):
         """A process that writes what the sink plays, as 16-bit samples."""
         return subprocess.Popen(
             ["parec", f"--device={sink}.monitor", "--format=s16le", "--channels=1",
-             f"--rate={rate}", "--latency-msec=20", "--raw"],
-            env={**os.environ, **self.environment}, stdout=subprocess.PIPE)
+             f"--rate={rate}", "--latency-msec=20", "--raw"], stdout=subprocess.PIPE)

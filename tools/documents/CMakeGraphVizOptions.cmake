@@ -1,4 +1,4 @@
-# How tools/documents/diagram has CMake draw the links between the subsystems and Qt's modules.
+# How CMake draws the links between the subsystems and Qt's modules.
 set(GRAPHVIZ_GRAPH_NAME "Subsystems of Velmora")
 set(GRAPHVIZ_GRAPH_HEADER "node [shape=box, style=\"filled,rounded\", color=\"#5b7fa3\", \
 fillcolor=\"#c5dcf0\", fontcolor=\"#0d2b45\", fontname=\"DejaVu Sans, Verdana, sans-serif\"]; \

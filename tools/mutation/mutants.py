@@ -7,6 +7,7 @@ import bisect
 import collections
 import dataclasses
 import json
+import pathlib
 import re
 import shlex
 
@@ -40,7 +41,7 @@ class Mutant:
     end: int
     replacement: bytes
     operator: str
-    before: str  # the line's code, or the call's
+    before: str  # the line's code
     after: str
     number: int = 0  # among those of the same file and text
 
@@ -87,8 +88,7 @@ class Source:
 
     def __init__(self, unit, name, path):
         self.path = path
-        with open(name, "rb") as file:
-            self.text = file.read()
+        self.text = pathlib.Path(name).read_bytes()
         self.found = {}
         ends = (SourceLocation.from_offset(unit, unit.get_file(name), offset)
                 for offset in (0, len(self.text)))
@@ -113,13 +113,12 @@ class Source:
                 self.negate(condition, *extent(condition))
         return self.found.values()
 
-    def add(self, operator, start, end, replacement, whole_statement=False):
-        first = start if whole_statement else self.text.rfind(b"\n", 0, start) + 1
-        last = end if whole_statement else self.text.find(b"\n", end)
+    def add(self, operator, start, end, replacement):
+        first, last = self.text.rfind(b"\n", 0, start) + 1, self.text.find(b"\n", end)
         after = self.text[first:start] + replacement + self.text[end:last]
         self.found.setdefault((start, end, replacement), Mutant(
             self.path, self.text.count(b"\n", 0, start) + 1, start, end, replacement, operator,
-            one_line(self.text[first:last]), "removed" if whole_statement else one_line(after)))
+            one_line(self.text[first:last]), one_line(after)))
 
     def change_token(self, token, start, end):
         text = token.spelling
@@ -148,7 +147,7 @@ class Source:
         if not cursor.spelling.startswith("operator") and self.text[last:last + 1] == b";":
             i = bisect.bisect_left(self.starts, first)
             if self.starts[i] == first and self.tokens[i - 1].spelling in STATEMENT_BEGINS:
-                self.add("removed call", first, last, b"", whole_statement=True)
+                self.add("removed call", first, last, b"")
 
 
 def extent(node):
