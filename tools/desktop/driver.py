@@ -124,8 +124,7 @@ def close_window(title):
 def activate(title):
     """Gives the keyboard to the window. A window that comes up meanwhile takes it away again."""
     def look():
-        _ask_manager(title, "_NET_ACTIVE_WINDOW", 2)
-        return active_window() == title
+        return active_window() == title or _ask_manager(title, "_NET_ACTIVE_WINDOW", 2)
 
     wait_for(look, f'the keyboard on "{title}"', pause=0.1)
 
