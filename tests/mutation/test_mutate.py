@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 import unittest
 
-TOOL = pathlib.Path(__file__).parent
+TOOL = pathlib.Path(__file__).resolve().parents[2] / "tools/mutation"
 PROJECT = {
     "CMakeLists.txt": """cmake_minimum_required(VERSION 3.21)
 project(Sample LANGUAGES CXX)
