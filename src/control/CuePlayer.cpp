@@ -94,7 +94,10 @@ void CuePlayer::rewindAndPlay()
 {
     if (!prepare())
         return;
-    player->setPosition(0);
+    // At the end of its file play() rewinds by itself. The oldest player, whose output was attached
+    // there again, would block the program for a second if it was asked to rewind.
+    if (!isOldestQt || player->mediaStatus() != QMediaPlayer::EndOfMedia)
+        player->setPosition(0);
     player->play();
 }
 
