@@ -47,11 +47,11 @@ configure() {
         "${qt_options[@]}" "${@:2}"
 }
 
-# build_base OPTION...
+# build_base OPTION...: CMake's own gzip would write the time into the list of file types.
 build_base() {
     local words
     mapfile -t words < <(options qtbase-options | sed 's/.*/-DFEATURE_&=OFF/')
-    configure qt6-base -DINPUT_opengl=no "${words[@]}" "$@"
+    configure qt6-base -DINPUT_opengl=no -DQT_AVOID_CMAKE_ARCHIVING_API=ON "${words[@]}" "$@"
     cmake --build qt6-base
     cmake --install qt6-base
 }
