@@ -31,7 +31,7 @@ public:
 
     QString file(const QString &name, const QByteArray &bytes) const
     {
-        const QString path = directory.filePath(name);
+        QString path = directory.filePath(name);
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("Cannot write the test's cue %s", qPrintable(path));
