@@ -1,8 +1,11 @@
 #include "OutputPreview.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QPixmap>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
@@ -13,6 +16,7 @@ const QString previewStyle = QStringLiteral("background-color:#111;");
 OutputPreview::OutputPreview(QWidget *output)
     : output(output)
 {
+    output->installEventFilter(this);
 }
 
 void OutputPreview::toggle()
@@ -56,8 +60,23 @@ void OutputPreview::refresh()
     }
     // Scaled in the label's device pixels, so that it fills the label on any screen.
     const qreal ratio = previewLabel->devicePixelRatioF();
-    QPixmap picture = output->grab().scaled((QSizeF(previewLabel->size()) * ratio).toSize(),
-                                            Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const QSize space = (QSizeF(previewLabel->size()) * ratio).toSize();
+    // A change made in this turn of the event loop has its request to be painted still queued.
+    QCoreApplication::sendPostedEvents(output, QEvent::UpdateRequest);
+    if (!outputChanged && output->windowHandle()->isExposed() && space == pictureSpace
+        && ratio == previewLabel->pixmap().devicePixelRatio())
+        return;
+    QPixmap picture = output->grab().scaled(space, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     picture.setDevicePixelRatio(ratio);
     previewLabel->setPixmap(picture);
+    pictureSpace = space;
+    outputChanged = false; // the picture's own events do not count
+}
+
+// Whatever changes what the window or anything in it shows asks the window, while it is exposed, to
+// be painted. Its other events are rare enough to be taken for a change, too.
+bool OutputPreview::eventFilter(QObject *watched, QEvent *event)
+{
+    outputChanged = true;
+    return QObject::eventFilter(watched, event);
 }

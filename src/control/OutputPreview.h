@@ -2,7 +2,8 @@
 
 #include <memory>
 
-#include <QCoreApplication>
+#include <QObject>
+#include <QSize>
 #include <QWidget>
 
 class QLabel;
@@ -11,9 +12,9 @@ class QLabel;
 ///
 /// The window is made when it is first asked for. It is a window in its own right, without a
 /// parent, and this object owns it.
-class OutputPreview
+class OutputPreview : public QObject
 {
-    Q_DECLARE_TR_FUNCTIONS(OutputPreview)
+    Q_OBJECT
 
 public:
     /// @p output is not owned and must outlive this object.
@@ -21,8 +22,11 @@ public:
 
     /// Shows the preview, or hides it. Does nothing while the Output window is hidden.
     void toggle();
-    /// Takes the picture again, if the preview is shown; closes it if the Output window is hidden.
+    /// Takes the picture again, if the preview is shown and there is anything new to see; closes
+    /// it if the Output window is hidden.
     void refresh();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void makeWindow();
@@ -30,4 +34,6 @@ private:
     QWidget *output;
     std::unique_ptr<QWidget> previewWindow;
     QLabel *previewLabel = nullptr;
+    QSize pictureSpace; // device pixels that the last picture was taken for
+    bool outputChanged = true;
 };

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <QBoxLayout>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -140,6 +142,52 @@ private slots:
         fixture.window->onSettingsChanged();
         fixture.refresh();
         QCOMPARE(previewLabel()->pixmap().toImage().pixelColor(5, 5), QColor("#405060"));
+    }
+
+    // Whatever it is that changes, in the same turn of the event loop, too.
+    void refresh_showsEachChangeAtOnce()
+    {
+        PreviewFixture fixture;
+        fixture.refresh();
+        const auto changesThePicture = [&fixture](const std::function<void()> &change) {
+            const QImage before = previewLabel()->pixmap().toImage();
+            change();
+            fixture.refresh();
+            return previewLabel()->pixmap().toImage() != before;
+        };
+        QVERIFY(changesThePicture([&] { fixture.output.onTimerTick(7); }));
+        QVERIFY(changesThePicture([&] { fixture.output.setTotalSeconds(8); }));
+        // The window is not on its screen yet.
+        QVERIFY(changesThePicture([&] { fixture.output.setViewMode(OutputWindow::ClockView); }));
+        QCoreApplication::processEvents();
+        QVERIFY(changesThePicture([&] { fixture.output.setViewMode(OutputWindow::TimerView); }));
+        QVERIFY(changesThePicture([&] { fixture.output.resize(700, 500); }));
+        // Without a text the message has no room; the layout gives it some, a turn later.
+        QVERIFY(changesThePicture([&] {
+            fixture.output.setMessage("Wrap up");
+            QCoreApplication::processEvents();
+        }));
+        QVERIFY(changesThePicture([&] { fixture.output.clearMessage(); }));
+    }
+
+    // A picture of what is on the preview already would be most of what the preview costs.
+    void refresh_takesNoPictureOfWhatIsShownAlready()
+    {
+        PreviewFixture fixture;
+        fixture.refresh();
+        QCoreApplication::processEvents();
+        fixture.refresh();
+        const qint64 picture = previewLabel()->pixmap().cacheKey();
+        fixture.refresh();
+        QCOMPARE(previewLabel()->pixmap().cacheKey(), picture);
+        // A toggled preview has lost nothing meanwhile.
+        fixture.button("Preview")->click();
+        fixture.output.onTimerTick(7);
+        fixture.refresh();
+        QCOMPARE(previewLabel()->pixmap().cacheKey(), picture);
+        fixture.button("Preview")->click();
+        fixture.refresh();
+        QVERIFY(previewLabel()->pixmap().cacheKey() != picture);
     }
 
     // Of black and white columns, a picture that is only thinned out keeps black and white.
