@@ -180,7 +180,17 @@ private slots:
         const qint64 picture = previewLabel()->pixmap().cacheKey();
         fixture.refresh();
         QCOMPARE(previewLabel()->pixmap().cacheKey(), picture);
-        // A toggled preview has lost nothing meanwhile.
+        previewWindow()->resize(320, 200);
+        fixture.refresh();
+        QCOMPARE(previewLabel()->pixmap().deviceIndependentSize(), QSizeF(320, 200));
+    }
+
+    void refresh_ofAHiddenPreview_waitsUntilItIsShown()
+    {
+        PreviewFixture fixture;
+        fixture.refresh();
+        QCoreApplication::processEvents();
+        const qint64 picture = previewLabel()->pixmap().cacheKey();
         fixture.button("Preview")->click();
         fixture.output.onTimerTick(7);
         fixture.refresh();

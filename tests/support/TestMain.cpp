@@ -64,6 +64,7 @@ void usePlatform(const TestPlatform &platform, const QString &listPath)
     qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=").append(path.toUtf8()));
     // Not the list's own ratio, which only some versions of the platform heed.
     qputenv("QT_SCALE_FACTOR", QByteArray::number(platform.devicePixelRatio));
+    qputenv("QT_SCREEN_SCALE_FACTORS", platform.screenFactors);
 }
 
 int runTest(int argc, char *argv[], const TestPlatform &platform,

@@ -18,6 +18,9 @@ struct TestPlatform
     /// Device pixel ratio of all screens, unless the environment's VELMORA_TEST_SCALE asks for
     /// another one. (A QT_SCALE_FACTOR of the developer's desktop is not honoured.)
     double devicePixelRatio = 1.0;
+    /// What each screen's ratio is multiplied by, in their order, divided by ";"; empty for 1. The
+    /// screens are then as much smaller.
+    QByteArray screenFactors{};
 };
 
 /// Two screens side by side, 1920 × 1080 pixels each.
