@@ -3,6 +3,7 @@
 #include <memory>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -52,6 +53,31 @@ inline void passSecond(TimerEngine &engine)
     QMetaObject::invokeMethod(&engine, "onTimeout", Qt::DirectConnection);
 }
 
+/// Keeps seconds from passing for the engine by themselves, as one does while a busy machine halts
+/// the test: passSecond() passes them.
+class HeldSeconds : public QObject
+{
+public:
+    explicit HeldSeconds(const TimerEngine &engine)
+        : begin(reinterpret_cast<quintptr>(&engine))
+        , end(reinterpret_cast<quintptr>(&engine + 1))
+    {
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    // The engine's timer is a part of the engine.
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto address = reinterpret_cast<quintptr>(watched);
+        return event->type() == QEvent::Timer && address >= begin && address < end;
+    }
+
+private:
+    quintptr begin;
+    quintptr end;
+};
+
 /// Counts the close events that a widget receives; hiding it is none.
 class CloseCounter : public QObject
 {
@@ -68,7 +94,8 @@ protected:
 };
 
 /// Record, engine, Output window and Control window, built and wired as start-up does.
-/// Neither window is shown until showControl(), showOutput() or show().
+/// Neither window is shown until showControl(), showOutput() or show(). Only passSecond() passes a
+/// second, until letSecondsPass().
 class ControlFixture
 {
 public:
@@ -83,6 +110,9 @@ public:
         output.setTotalSeconds(settings.defaultDuration);
         output.onTimerTick(engine.remaining());
     }
+
+    /// From now on, the engine counts as it does for a user.
+    void letSecondsPass() { held.reset(); }
 
     /// Shows the Control window, large enough that nothing in it has to be scrolled to.
     void showControl()
@@ -153,6 +183,8 @@ public:
     std::unique_ptr<ControlWindow> window;
 
 private:
+    std::unique_ptr<HeldSeconds> held = std::make_unique<HeldSeconds>(engine);
+
     QList<QTimer *> ownTimers() const
     {
         return window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);

@@ -5,8 +5,8 @@
 #include "PreviewWindow.h"
 #include "TestMain.h"
 
-/// The preview on a screen with other pixels than the Output window's: one has one device pixel to a
-/// pixel, one has two.
+/// The preview on a screen with other pixels than the Output window's: one has one device pixel
+/// to a pixel, one has two.
 class OutputPreviewScreensTest : public QObject
 {
     Q_OBJECT
@@ -33,7 +33,8 @@ private slots:
         }
     }
 
-    // Moved so, a window keeps its device pixels on some desktops; its picture is another one anyway.
+    // Moved so, a window keeps its device pixels on some desktops; its picture is another one
+    // anyway.
     void refresh_afterAMoveWithTheSameDevicePixels_isInThoseOfTheNewScreen()
     {
         const QList<QScreen *> screens = QGuiApplication::screens();

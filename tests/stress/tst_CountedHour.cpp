@@ -72,6 +72,7 @@ private slots:
                 show.quit();
         });
         const Clock::time_point start = Clock::now();
+        fixture.letSecondsPass();
         fixture.engine.start();
         show.exec();
 

@@ -31,6 +31,7 @@ void verifyGoesOn(ControlFixture &fixture)
     const auto *strip = fixture.named<QListWidget>("presetList");
     QCOMPARE(strip->item(strip->count() - 1)->text(), QString("77:07"));
     const int before = fixture.engine.remaining();
+    fixture.letSecondsPass();
     fixture.engine.start();
     QSignalSpy ticks(&fixture.engine, &TimerEngine::tick);
     QVERIFY(ticks.wait());

@@ -31,6 +31,7 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&fixture.output));
         std::vector<Clock::time_point> ticks;
         connect(&fixture.engine, &TimerEngine::tick, this, [&] { ticks.push_back(Clock::now()); });
+        fixture.letSecondsPass();
         fixture.engine.start();
         QTRY_VERIFY_WITH_TIMEOUT(ticks.size() >= ticksBefore, 60'000);
 
