@@ -205,6 +205,12 @@ def _children(accessible):
     return [child for child in found if child]
 
 
+def _tops():
+    desktop = Atspi.get_desktop(0)
+    desktop.set_cache_mask(Atspi.Cache.NONE)  # nothing would renew it here
+    return [top for application in _children(desktop) for top in _children(application)]
+
+
 def _shown_below(accessible):
     for child in _children(accessible):
         if has_state(child, Atspi.StateType.SHOWING):
@@ -300,14 +306,15 @@ class Program:
         """All that is shown, in the order of the accessible tree; with a title, of that window
         only."""
         found = []
-        desktop = Atspi.get_desktop(0)
-        desktop.set_cache_mask(Atspi.Cache.NONE)  # nothing would renew it here
         with contextlib.suppress(GLib.Error):  # a window that is just closing
-            for application in _children(desktop):
-                for top in _children(application):
-                    if title in (None, top.get_name()):
-                        found += _shown_below(top)
+            for top in _tops():
+                if title in (None, top.get_name()):
+                    found += _shown_below(top)
         return found
+
+    def titles(self):
+        """Of all its windows, dialogs included; it has to answer."""
+        return [top.get_name() for top in _tops() if has_state(top, Atspi.StateType.SHOWING)]
 
     def named(self, name, title=None):
         """The widget of that accessible name, and with several the first; waits for it."""
