@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """An operator without a plan: keys, clicks, drags, dialogs, a monitor that comes and goes, for
-VELMORA_AT_RANDOM_SECONDS (60), much the same again with the same VELMORA_AT_RANDOM_SEED. The program
-has to answer all the time, to count right whenever that is looked at, and to end well.
+VELMORA_AT_RANDOM_SECONDS (60), much the same again with the same VELMORA_AT_RANDOM_SEED. The
+program has to answer all the time, to count right whenever that is looked at, and to end well.
 
 With VELMORA_AT_RANDOM_SOUND=1 the sound server comes and goes, too. Qt 6.4 does not always live
 through that: a cue within a second of the server's death can halt the program for good."""
@@ -84,7 +84,7 @@ class JourneyAtRandom(Journey):
             driver.keys("Escape")
             return False
 
-        wait_for(look, lambda: f"the end of all dialogs; there are {self.program.titles()}", pause=0.1)
+        wait_for(look, lambda: f"no dialog among {self.program.titles()}", pause=0.1)
 
     def shown(self):
         return seconds(self.program.texts("Timer", CONTROL)[0])

@@ -15,11 +15,12 @@ from driver import CONTROL, MESSAGE, OUTPUT, wait_for
 ENDINGS = int(os.environ.get("VELMORA_ENDINGS", 3))
 
 # What Qt and its libraries write to standard error where there is no sound server, no graphics card
-# and no network, and Qt without ICU of a file dialog. The null pointer comes now and then from the oldest Qt, when the connection of the
-# update check is refused at once.
+# and no network, and Qt without ICU of a file dialog. The null pointer comes now and then from the
+# oldest Qt, when the connection of the update check is refused at once.
 NOT_OURS = re.compile(
     r"PulseAudioService:|\[[EW]\]\[[0-9:.]+\] pw\.|qt\.multimedia|ALSA lib|"
-    r"Failed to open VDPAU backend|Numeric mode unsupported in the posix collation|libva |qt\.accessibility\.atspi|"
+    r"Failed to open VDPAU backend|libva |qt\.accessibility\.atspi|"
+    r"Numeric mode unsupported in the posix collation|"
     r"(qt\.core\.qobject\.connect: )?QObject::connect\(QObject, Unknown\): invalid nullptr")
 
 
