@@ -1,14 +1,6 @@
 #include "KeyRepetition.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
-
-KeyRepetition::KeyRepetition(QObject *parent)
-    : QObject(parent)
-{
-    if (QGuiApplication::platformName() == QLatin1String("xcb"))
-        qApp->installEventFilter(this);
-}
 
 // A shortcut takes the press away, but the question whether anybody else wants it comes first.
 bool KeyRepetition::eventFilter(QObject *watched, QEvent *event)

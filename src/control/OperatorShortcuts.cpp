@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <QGuiApplication>
 #include <QKeySequence>
 #include <QShortcut>
 #include <QWidget>
@@ -16,6 +17,9 @@ OperatorShortcuts::OperatorShortcuts(const AppSettings *settings, TimerEngine *e
     , toggleOutput(std::move(toggleOutput))
     , window(window)
 {
+    // Elsewhere Qt marks every repetition.
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        qApp->installEventFilter(&keyRepetition);
 }
 
 void OperatorShortcuts::setupShortcuts()

@@ -1,7 +1,9 @@
+#include <QKeyEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 
+#include "KeyRepetition.h"
 #include "Operated.h"
 #include "TestMain.h"
 
@@ -54,6 +56,48 @@ private slots:
         operated.window->onSettingsChanged();
         hold(operated.output, Qt::Key_F7, 5);
         QCOMPARE(operated.state(), paused);
+    }
+
+    void press_isARepetitionAfterAReleaseOfTheSameKeyAtTheSameTime_data()
+    {
+        QTest::addColumn<int>("releasedKey");
+        QTest::addColumn<int>("pressedKey");
+        QTest::addColumn<int>("pause");
+        QTest::addColumn<bool>("repeating");
+        QTest::newRow("the server's repetition") << 38 << 38 << 0 << true;
+        QTest::newRow("pressed again") << 38 << 38 << 1 << false;
+        QTest::newRow("two keys") << 38 << 39 << 0 << false;
+        QTest::newRow("another key, later") << 38 << 39 << 1 << false;
+    }
+
+    // As they come from an X server, which Qt does not always mark.
+    void press_isARepetitionAfterAReleaseOfTheSameKeyAtTheSameTime()
+    {
+        QFETCH(int, releasedKey);
+        QFETCH(int, pressedKey);
+        QFETCH(int, pause);
+        KeyRepetition repetition;
+        QObject application;
+        application.installEventFilter(&repetition);
+        const auto send = [&application](QEvent::Type type, int key, int milliseconds) {
+            QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, quint32(key), 0, 0);
+            event.setTimestamp(quint64(milliseconds));
+            QCoreApplication::sendEvent(&application, &event);
+        };
+        QVERIFY(!repetition.isRepeating());
+        send(QEvent::ShortcutOverride, 38, 0);
+        QVERIFY(!repetition.isRepeating());
+        send(QEvent::KeyRelease, releasedKey, 1000);
+        QVERIFY(!repetition.isRepeating());
+        QEvent other(QEvent::Timer);
+        QCoreApplication::sendEvent(&application, &other);
+        send(QEvent::ShortcutOverride, pressedKey, 1000 + pause);
+        QTEST(repetition.isRepeating(), "repeating");
+        // The press that follows says nothing more, the next release says the opposite.
+        send(QEvent::KeyPress, 40, 2000);
+        QTEST(repetition.isRepeating(), "repeating");
+        send(QEvent::KeyRelease, pressedKey, 1000 + pause);
+        QVERIFY(!repetition.isRepeating());
     }
 
     // What the shortcut does not repeat is not left to the button that has the focus either.

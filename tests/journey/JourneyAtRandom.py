@@ -130,6 +130,8 @@ class JourneyAtRandom(Journey):
             self.close_dialogs()
             self.count()
         has_second_monitor(True)
+        if driver.PREVIEW in self.program.titles():  # which may be in front of the ×
+            self.program.press("Output preview", CONTROL)
         print(f"{done} acts; the slowest answer took {self.slowest:.2f} s")
 
 
