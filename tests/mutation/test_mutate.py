@@ -33,7 +33,8 @@ int fare(int age)
     return 10;
 }
 """,
-    "src/core/Zone.cpp": "int zones() { return 4; }\n",  # of Fare.cpp, nothing may be left then
+    # Of Fare.cpp, nothing may be left then.
+    "src/core/Zone.cpp": "int zones() { return 4; }\nconstexpr int unused = 7;\n",
     "tests/core/tst_Fare.cpp": """#include "../../src/core/Fare.h"
 #include <cstdio>
 static_assert(adult == 18);
@@ -54,6 +55,7 @@ killed	Fare: price	return 0;	return 1;
 killed	Fare: price	return 10;	return 11;
 killed	all does not compile	constexpr int adult = 18;	constexpr int adult = 19;
 survived		int zones() { return 4; }	int zones() { return 5; }
+equivalent	the code is the same	constexpr int unused = 7;	constexpr int unused = 8;
 """
 
 
@@ -88,7 +90,7 @@ class Mutate(unittest.TestCase):
         self.assertIn("lists no change of src/ any more: - `gone();`", output)
         self.assertEqual(status, 1)
         lists = [self.mutate("--list", "--sample", "3", "--seed", seed) for seed in "112"]
-        self.assertIn("4 of 11 changes", lists[0][0])
+        self.assertIn("4 of 12 changes", lists[0][0])
         self.assertEqual(lists[0], lists[1])
         self.assertNotEqual(lists[0], lists[2])
 
