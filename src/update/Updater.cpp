@@ -26,10 +26,10 @@ std::array<int, 3> versionNumbers(const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('.'));
     std::array<int, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const QString part = parts.value(qsizetype(i));
+    for (qsizetype i = 0; int &number : numbers) {
+        const QString part = parts.value(i++);
         // 0 for what is no 32-bit decimal. Qt would read as far as a NUL character.
-        numbers[i] = part.contains(QChar::Null) ? 0 : part.toInt();
+        number = part.contains(QChar::Null) ? 0 : part.toInt();
     }
     return numbers;
 }
