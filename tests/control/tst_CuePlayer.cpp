@@ -67,6 +67,17 @@ private slots:
         }
     }
 
+    void anotherFile_afterOneWasPlayedWhileOpening_isNotPlayed()
+    {
+        CueFixture fixture(withCue(files.sound("gong.wav", 3000)));
+        fixture.button("Test")->click();
+        QVERIFY(fixture.waitForSound());
+        fixture.player->setSource(QUrl::fromLocalFile(files.sound("bell.wav", 3000)));
+        QVERIFY(fixture.waitForFile());
+        QCOMPARE(fixture.player->playbackState(), QMediaPlayer::StoppedState);
+        QCOMPARE(fixture.plays(), 1);
+    }
+
     void zero_whileStillSounding_restartsFromTheBeginning()
     {
         CueFixture fixture(withCue(files.sound("gong.wav", 10000)));
@@ -99,18 +110,28 @@ private slots:
         QCOMPARE(fixture.plays(), 1);
     }
 
-    void playedToItsEnd_isPlayedAgain_data() { opening_isPlayed_data(); }
+    void playedToItsEnd_isPlayedAgainAtOnce_data() { opening_isPlayed_data(); }
 
-    void playedToItsEnd_isPlayedAgain()
+    void playedToItsEnd_isPlayedAgainAtOnce()
     {
         CueFixture fixture(withCue(files.sound("short.wav", 300)));
         QVERIFY(fixture.waitForFile());
-        play(fixture);
-        QVERIFY(fixture.waitForFile(QMediaPlayer::EndOfMedia));
-        QCOMPARE(fixture.player->playbackState(), QMediaPlayer::StoppedState);
-        play(fixture);
-        QCOMPARE(fixture.plays(), 2);
-        QVERIFY(fixture.waitForFile(QMediaPlayer::EndOfMedia));
+        QSignalSpy statuses(fixture.player, &QMediaPlayer::mediaStatusChanged);
+        // A busy machine may halt the program during one; what blocks it does so each time.
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        for (int i = 1; i <= 3; ++i) {
+            statuses.clear();
+            QElapsedTimer timer;
+            timer.start();
+            play(fixture);
+            if (i > 1)
+                shortest = std::min(shortest, timer.elapsed());
+            QCOMPARE(fixture.plays(), i);
+            while (statuses.size() < 2 || fixture.player->mediaStatus() != QMediaPlayer::EndOfMedia)
+                QVERIFY(statuses.wait());
+            QCOMPARE(fixture.player->playbackState(), QMediaPlayer::StoppedState);
+        }
+        QVERIFY2(shortest < 900, qPrintable(QString::number(shortest)));
     }
 
     void play_attachesTheOutputAgainOnTheOldestQt_data() { opening_isPlayed_data(); }
