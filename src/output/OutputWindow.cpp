@@ -117,9 +117,7 @@ OutputWindow::OutputWindow(const AppSettings *settings, QWidget *parent)
     connect(&blinkTimer, &QTimer::timeout, this, &OutputWindow::tickBlink);
     clockTimer.start(clockIntervalMs);
 
-    refreshSettings();
-    applyViewMode();
-    tickClock();
+    refreshSettings(); // the clock, too; and all is shown
 }
 
 void OutputWindow::setTotalSeconds(int seconds)

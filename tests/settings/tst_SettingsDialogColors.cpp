@@ -94,6 +94,7 @@ private slots:
         add(QColor(129, 129, 129), "#818181", "#000000");    // 129000
         add(QColor(0xAB, 0xCD, 0xEF), "#abcdef", "#000000"); // 198710
         add(QColor(0, 205, 76), "#00cd4c", "#ffffff");       // 128999
+        add(QColor(255, 89, 4), "#ff5904", "#ffffff");       // 128944
         add(QColor(2, 190, 148), "#02be94", "#000000");      // 129000
         add(QColor(0, 185, 179), "#00b9b3", "#000000");      // 129001
         add(QColor(9, 8, 7, 6), "#090807", "#ffffff");       // see-through: the name has no alpha
