@@ -9,27 +9,6 @@ namespace {
 // then has a contrast of more than 4 : 1 to the ground of the program's windows.
 const QColor ringSource(0xc8, 0xc8, 0xc8);
 
-// The gap that QPushButton leaves between icon and text, in pixels.
-constexpr int iconGap = 4;
-
-QSize labelSize(const QStyleOptionButton &option)
-{
-    QSize size = option.fontMetrics.size(Qt::TextShowMnemonic, option.text);
-    if (!option.icon.isNull()) {
-        size.rwidth() += option.iconSize.width() + iconGap;
-        size.setHeight(qMax(size.height(), option.iconSize.height()));
-    }
-    return size;
-}
-
-// The contents rectangle, widened about its own centre to the label's size.
-QRect labelRect(const QRect &contents, const QSize &label)
-{
-    const int dx = qMax(0, label.width() - contents.width() + 1) / 2;
-    const int dy = qMax(0, label.height() - contents.height() + 1) / 2;
-    return contents.adjusted(-dx, -dy, dx, dy);
-}
-
 } // namespace
 
 void Button::paintEvent(QPaintEvent * /*event*/)
@@ -44,8 +23,12 @@ void Button::paintEvent(QPaintEvent * /*event*/)
     frame.icon = QIcon();
     painter.drawControl(QStyle::CE_PushButton, frame);
 
+    // The contents rectangle, widened about its own centre to the size of the text. An icon is not
+    // counted: the one button that has one is wide enough.
     const QRect contents = style()->subElementRect(QStyle::SE_PushButtonContents, &label, this);
-    label.rect = labelRect(contents, labelSize(label));
+    const QSize text(label.fontMetrics.horizontalAdvance(label.text), label.fontMetrics.height());
+    label.rect.setSize(text.expandedTo(contents.size()));
+    label.rect.moveCenter(contents.center());
     painter.drawControl(QStyle::CE_PushButtonLabel, label);
 }
 

@@ -107,25 +107,13 @@ private slots:
         QVERIFY(columnsOf(shown.button, Qt::red).size() >= 5);
     }
 
-    void label_besideItsIcon_isWhole()
-    {
-        QPixmap icon(16, 16);
-        icon.fill(Qt::blue);
-        ShownButton shown("color:#ff0000;");
-        shown.button.setIcon(icon);
-        shown.button.setIconSize(icon.size());
-        shown.button.adjustSize();
-        const QList<int> whole = columnsOf(shown.button, Qt::red);
-        shown.button.setFixedWidth(shown.button.width() - 24); // of 28 pixels of padding
-        QCOMPARE(columnsOf(shown.button, Qt::red).size(), whole.size());
-        QCOMPARE(columnsOf(shown.button, Qt::blue).size(), 16);
-    }
-
     void wideButton_looksAsQtsOwn_data()
     {
         QTest::addColumn<QString>("styleSheet");
         QTest::newRow("plain") << QString();
         QTest::newRow("left") << "QPushButton { text-align:left; padding:0; }";
+        QTest::newRow("padded on the left")
+            << "QPushButton { text-align:left; padding:0 0 0 60px; }";
         QTest::newRow("no border") << "QPushButton { border:none; background:none; }";
     }
 
