@@ -19,6 +19,7 @@ private slots:
         ControlFixture fixture;
         fixture.show();
         fixture.button("Preview")->click();
+        fixture.output.showNormal(); // only such a window goes where it is put
         for (const int previewScreen : {0, 1}) {
             const QScreen *operators = screens.at(previewScreen);
             const QScreen *audience = screens.at(1 - previewScreen);
@@ -27,6 +28,7 @@ private slots:
             QCOMPARE(fixture.output.devicePixelRatioF(), 2.0 - previewScreen);
             previewWindow()->setGeometry(QRect(operators->geometry().topLeft(), QSize(640, 360)));
             QTRY_COMPARE(previewWindow()->screen(), operators);
+            QTRY_COMPARE(previewLabel()->size(), QSize(640, 360)); // not at once with Qt 6.8
             runOut(fixture.previewTimer());
             QCOMPARE(previewLabel()->pixmap().devicePixelRatio(), 1.0 + previewScreen);
             QCOMPARE(previewLabel()->pixmap().deviceIndependentSize(), QSizeF(640, 360));
