@@ -19,7 +19,7 @@ private slots:
         ControlFixture fixture;
         fixture.show();
         fixture.button("Preview")->click();
-        fixture.output.showNormal(); // only such a window goes where it is put
+        fixture.output.showNormal(); // with Qt 6.11, full screen stays where it is
         for (const int previewScreen : {0, 1}) {
             const QScreen *operators = screens.at(previewScreen);
             const QScreen *audience = screens.at(1 - previewScreen);
