@@ -224,12 +224,13 @@ void OutputWindow::showEvent(QShowEvent *event)
 }
 
 // A change of the desktop's theme, of the style or of the application's style sheet polishes the
-// window again, and the sheet's background takes the palette's place. This event follows at once,
-// before anything is drawn. The picture is not read again: nothing of it has changed.
+// window again, and the sheet's background takes the palette's place; some themes give each widget
+// a palette of theirs. This event follows at once, before anything is drawn. The picture is not
+// read again: nothing of it has changed.
 void OutputWindow::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::StyleChange && ground.style() != Qt::NoBrush)
+    if (event->type() == QEvent::PaletteChange && ground.style() != Qt::NoBrush)
         applyGround();
 }
 

@@ -65,7 +65,14 @@ private slots:
         QApplication::setPalette(QPalette());
     }
 
-    void colour_isDrawnAloneUnderTheSameLook_data() { addRestylings(); }
+    void colour_isDrawnAloneUnderTheSameLook_data()
+    {
+        addRestylings();
+        QTest::newRow("fusion, each widget's palette") << "fusion" << Restyling([] {
+            for (QWidget *widget : QApplication::allWidgets())
+                widget->setPalette(Qt::white);
+        });
+    }
 
     void colour_isDrawnAloneUnderTheSameLook()
     {

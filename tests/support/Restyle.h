@@ -28,9 +28,10 @@ inline void changeTheme()
 inline void changeTheme(const QColor &ground, const QColor &text)
 {
     QPalette colors;
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
-        colors.setColor(role, ground);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        colors.setColor(QPalette::ColorRole(role), ground);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::HighlightedText, QPalette::PlaceholderText})
         colors.setColor(role, text);
     QApplication::setPalette(colors);
     changeTheme();
