@@ -1,13 +1,15 @@
 #!/usr/bin/python3
-"""An operator without a plan: keys, clicks, drags, dialogs, a monitor that comes and goes, for
-VELMORA_AT_RANDOM_SECONDS (60), much the same again with the same VELMORA_AT_RANDOM_SEED. The
-program has to answer all the time, to count right whenever that is looked at, and to end well.
+"""An operator without a plan: keys, clicks, drags, dialogs, a monitor that comes and goes, a
+desktop that changes its theme, for VELMORA_AT_RANDOM_SECONDS (60), much the same again with the
+same VELMORA_AT_RANDOM_SEED. The program has to answer all the time, to count right whenever that is
+looked at, and to end well.
 
 With VELMORA_AT_RANDOM_SOUND=1 the sound server comes and goes, too. Qt 6.4 does not always live
 through that: a cue within a second of the server's death can halt the program for good."""
 
 import contextlib
 import os
+import pathlib
 import random
 import tempfile
 import time
@@ -20,6 +22,8 @@ from sound import SoundServer
 
 SECONDS = int(os.environ.get("VELMORA_AT_RANDOM_SECONDS", 60))
 SEED = int(os.environ.get("VELMORA_AT_RANDOM_SEED", time.time()))
+THEMES = {kind: sorted(pathlib.Path("/usr/share/qt6ct", kind).iterdir())
+          for kind in ("colors", "qss")}
 WINDOWS = CONTROL, driver.OUTPUT, driver.PREVIEW
 # None that deletes a file or closes a window for good.
 KEYS = ("space", "r", "Up", "Down", "o", "Tab", "shift+Tab", "Left", "Right", "Return", "Escape",
@@ -75,6 +79,17 @@ class JourneyAtRandom(Journey):
     def plug(self):
         has_second_monitor(self.random.random() < 0.6)
 
+    def change_theme(self):
+        """The desktop's style, colours and font, and a style sheet for every program."""
+        style = self.random.choice(("Fusion", "Windows"))
+        colours = self.random.choice(THEMES["colors"])
+        size = self.random.randint(6, 20)
+        sheet = self.random.choice(THEMES["qss"])
+        self.program.theme.write_text(
+            f"[Appearance]\nstyle={style}\ncustom_palette=true\ncolor_scheme_path={colours}\n"
+            f'[Fonts]\ngeneral="Sans Serif,{size},-1,5,50,0,0,0,0,0"\n'
+            f"[Interface]\nstylesheets={sheet}\n", encoding="utf-8")
+
     def kill_or_start_sound(self):
         self.sound.kill()
         if self.random.random() < 0.6:
@@ -123,7 +138,7 @@ class JourneyAtRandom(Journey):
         print(f"\nVELMORA_AT_RANDOM_SEED={SEED}", flush=True)
         self.random = random.Random(SEED)
         acts = ([self.press_keys] * 8 + [self.click] * 8 + [self.press_button] * 4 + [self.drag] * 3
-                + [self.resize, self.plug])
+                + [self.resize, self.plug, self.change_theme])
         if os.environ.get("VELMORA_AT_RANDOM_SOUND"):
             acts.append(self.kill_or_start_sound)
         home = self.enterContext(tempfile.TemporaryDirectory())
@@ -133,7 +148,8 @@ class JourneyAtRandom(Journey):
         os.chdir(home)  # what a file dialog shows at first
         self.sound = self.enterContext(SoundServer(home))
         self.start(f"defaultDuration=3\nsoundEnabled=true\nsoundFilePath={home}/cue.wav",
-                   environment={"HOME": home, "BROWSER": "true"})
+                   environment={"HOME": home, "BROWSER": "true",
+                                "QT_QPA_PLATFORMTHEME": "qt6ct"})
         end = time.monotonic() + SECONDS
         done = 0
         while time.monotonic() < end:

@@ -226,7 +226,8 @@ class Program:
     settings: what the store holds at first, without "[General]"; None without a file.
     accessible: whether the program is connected to the accessibility bus. If not, it costs what it
         costs most users, and only windows, keys, clicks and pixels are there.
-    environment: variables that are added."""
+    environment: variables that are added. With QT_QPA_PLATFORMTHEME=qt6ct, the desktop's theme is
+        what the file `theme` says; a change of it is seen after three seconds."""
 
     def __init__(self, command, settings=None, accessible=True, environment=None):
         self.command = shlex.split(os.environ.get("VELMORA_JOURNEY_PROGRAM", command))
@@ -241,6 +242,8 @@ class Program:
         self.environment.update(environment or {})
         self.accessible = accessible
         self.errors = self.folder / "stderr"
+        self.theme = self.folder / "qt6ct" / "qt6ct.conf"
+        self.theme.parent.mkdir()
         self.process = None
         if settings is not None:
             self.store.parent.mkdir()
