@@ -136,6 +136,7 @@ private slots:
             usePicture("holes.png");
             window.refreshSettings();
             const QImage before = window.grab().toImage();
+            QCOMPARE(before.pixelColor(2, 2).alpha(), 255); // of the ground, not of what was there
             restyle();
             QCOMPARE(window.grab().toImage(), before);
         }
