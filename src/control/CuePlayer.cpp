@@ -16,18 +16,19 @@ constexpr bool isOldestQt = QT_VERSION < QT_VERSION_CHECK(6, 5, 0);
 
 // The connection to PulseAudio does, as ConnectionGuard says.
 #ifdef Q_OS_LINUX
-constexpr bool needsGuard = !isOldestQt && QT_VERSION < QT_VERSION_CHECK(6, 10, 0);
+constexpr bool needsGuard = !isOldestQt;
 #else
 constexpr bool needsGuard = false;
 #endif
 
-// From Qt 6.5 to 6.9, all sounds share one connection to PulseAudio, which lives in the thread of
-// the first sound. If the server dies while that one plays, the player goes on writing to what the
-// end of the connection has deleted, and the program crashes; once the thread has ended, nothing
-// connects again. So the connection is made in the main thread, which tries once more after three
-// seconds, and the player is stopped before it learns of the end: the only event that the
-// connection receives. Qt names it in no public header, so it is known by its class's name; under
-// another name, nothing is guarded and nothing breaks.
+// From Qt 6.5 on, all sounds share one connection to PulseAudio, which lives in the thread of the
+// first sound. If the server dies while that one plays, the player goes on writing to what the end
+// of the connection has deleted, and the program crashes (until Qt 6.9); so it does if it is asked
+// to play without a connection (from Qt 6.10 on). Once the thread has ended, nothing connects
+// again. So the connection is made in the main thread, which tries once more after three seconds;
+// the player is stopped before it learns of the end, the only event that a connection receives, and
+// stays so until the connection tells of its devices again. Qt names it in no public header, so it
+// is known by its class's name; under another name, nothing is guarded and nothing breaks.
 class ConnectionGuard : public QObject
 {
 public:
@@ -44,13 +45,22 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::MetaCall
-            && qstrcmp(watched->metaObject()->className(), "QPulseAudioEngine") == 0)
+        if (event->type() == QEvent::MetaCall && isServerConnection(watched)) {
             player->stop();
+            auto *lost = new QObject(this);
+            connect(watched, SIGNAL(audioOutputsChanged()), lost, SLOT(deleteLater()));
+        }
         return QObject::eventFilter(watched, event);
     }
 
 private:
+    static bool isServerConnection(const QObject *object)
+    {
+        const char *name = object->metaObject()->className();
+        return qstrcmp(name, "QPulseAudioEngine") == 0
+            || qstrcmp(name, "QPulseAudioContextManager") == 0; // from Qt 6.10 on
+    }
+
     QMediaPlayer *player;
 };
 
@@ -62,7 +72,7 @@ CuePlayer::CuePlayer(QObject *owner)
 {
     makeOutput();
     if constexpr (needsGuard)
-        new ConnectionGuard(player);
+        guard = new ConnectionGuard(player);
 }
 
 void CuePlayer::makeOutput()
@@ -110,7 +120,8 @@ bool CuePlayer::prepare()
     const QAudioDevice device = QMediaDevices::defaultAudioOutput();
     // Playing on a device of PulseAudio that is gone would block the player's thread for good, and
     // with the next stop() the whole program.
-    if (!device.isDefault() && audioOutput->device().isDefault()) {
+    const bool isGone = !device.isDefault() && audioOutput->device().isDefault();
+    if (isGone || (guard && !guard->children().isEmpty())) {
         player->stop();
         return false;
     }

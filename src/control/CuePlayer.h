@@ -38,4 +38,5 @@ private:
     QObject *owner;
     QMediaPlayer *player = nullptr;
     QAudioOutput *audioOutput = nullptr;
+    QObject *guard = nullptr; // has a child for each lost connection to the sound server
 };
