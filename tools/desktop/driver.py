@@ -257,6 +257,8 @@ class Program:
         shutil.rmtree(self.folder)
 
     def launch(self):
+        if self.accessible:
+            Atspi.get_desktop(0)  # Qt complains of a bus that comes up while it looks for it
         with self.errors.open("ab") as errors:
             self.process = subprocess.Popen(self.command, env=self.environment, stderr=errors)
 
