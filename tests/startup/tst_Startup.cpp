@@ -91,8 +91,8 @@ bool isQtsOwn(const QString &line)
 {
     static const QRegularExpression known(
         "^(PulseAudioService: .*|qt\\.(multimedia|qpa)\\..*|ALSA lib .*|\\[ALSOFT\\].*"
-        "|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|.*XDG_RUNTIME_DIR not set.*|Failed to create .*dbus.*"
-        "|libva.*)$");
+        "|\\[[EW]\\]\\[[0-9:.]+\\] pw\\..*|Failed to connect to pipewire.*"
+        "|.*XDG_RUNTIME_DIR not set.*|Failed to create .*dbus.*|libva.*)$");
     return known.match(line).hasMatch();
 }
 #endif

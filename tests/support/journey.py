@@ -18,8 +18,8 @@ ENDINGS = int(os.environ.get("VELMORA_ENDINGS", 3))
 # and no network, and Qt without ICU of a file dialog. The null pointer comes now and then from the
 # oldest Qt, when the connection of the update check is refused at once.
 NOT_OURS = re.compile(
-    r"PulseAudioService:|\[[EW]\]\[[0-9:.]+\] pw\.|qt\.multimedia|ALSA lib|"
-    r"Failed to open VDPAU backend|libva |qt\.accessibility\.atspi|"
+    r"PulseAudioService:|\[[EW]\]\[[0-9:.]+\] pw\.|Failed to connect to pipewire instance|"
+    r"qt\.multimedia|ALSA lib|Failed to open VDPAU backend|libva |qt\.accessibility\.atspi|"
     r"Numeric mode unsupported in the posix collation|"
     r"(qt\.core\.qobject\.connect: )?QObject::connect\(QObject, Unknown\): invalid nullptr")
 
