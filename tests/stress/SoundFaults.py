@@ -88,7 +88,7 @@ class SoundFaults(Journey):
         heard = self.is_heard_on("cue")
         print(f"With the server back after seconds, the next cue is {'' if heard else 'not '}heard")
         libraries = pathlib.Path(f"/proc/{self.program.process.pid}/maps").read_text()
-        if int(re.search(r"libQt6Core\.so\.6\.(\d+)", libraries)[1]) < 5:
+        if re.search(r"libQt6Core\.so\.6\.[0-4]\.", libraries):
             self.assertTrue(heard)
         self.ends()
 
